@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+
+#include <variant>
+
+#include "jet/value.h"
+#include "support/waehrung.h"
+
+namespace pelvanto {
+
+// A field as a record set gives it; std::monostate is Null. byte, integer and long are int; single and
+// double are double; decimal is Waehrung where it fits, else double; GUID, binary and OLE are bytes.
+using Feldwert = std::variant<std::monostate, bool, int, double, Waehrung, QDateTime, QString, QByteArray>;
+
+Feldwert alsFeldwert(const jet::Value& wert);
+
+}  // namespace pelvanto

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "jet/table.h"
+
+namespace jet {
+
+struct OpenOptions {
+  std::size_t cacheBytes = 32u << 20;  // bound of the page cache
+  bool ignorePassword = false;         // the password does not encode anything; `jet` the tool may look
+  WarningSink warn;                    // stale counts and the like; one English sentence each
+};
+
+struct TableEntry {
+  Text name;
+  std::uint32_t definitionPage = 0;
+  bool system = false;
+  bool hidden = false;  // temporary tables, names that start with "~"
+};
+
+// An open database file, read only. Opening reads page 0 and the definition of the catalog; everything else
+// is read when asked for. Not for several threads.
+class Database {
+ public:
+  Database(FileSystem& files, const std::filesystem::path& path, OpenOptions options = {});
+  ~Database();
+
+  const Header& header() const;
+  const PageFile& pages() const;
+  // All local tables, in the catalog's stored order.
+  const std::vector<TableEntry>& tables() const;
+  // By name without case, in any letter case. Error(NoSuchTable).
+  Table& table(std::u16string_view name);
+  // Properties of a table as the catalog keeps them (Required, DefaultValue, ...); empty if there are none.
+  Bytes tableProperties(std::u16string_view name);
+  ChangeStamp stamp() const;
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace jet

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+namespace pelvanto {
+
+// Blocks of four, a blank after each full block, also the last. (Paper form; the electronic form is bare.)
+QString IBANGruppieren(const QString& iban);
+
+enum class IBANErgebnis { Leer, NichtGeprueft, Richtig, Falsch };
+// Checks Austrian and German IBANs (ISO 13616, ISO 7064 MOD 97-10); `bereinigt` gets the bare IBAN unless
+// the result is Leer.
+IBANErgebnis IBANPruefen(const QString& text, QString& bereinigt);
+QString IBANBerechnen(const QString& land, const QString& bankleitzahl, const QString& konto,
+                      int stellenBankleitzahl, int stellenKonto);
+// Remainder of an exact decimal number (digits) by a divisor, 0 to divisor - 1; -1 for divisor 0.
+int ModuloRest(const QString& dividend, int divisor);
+
+}  // namespace pelvanto

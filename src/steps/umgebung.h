@@ -1,0 +1,41 @@
+#pragma once
+
+#include "database/datenbank_routinen.h"
+#include "payment/daten_typen.h"
+#include "payment/zahlungsverkehr.h"
+#include "seams/gebietsschema.h"
+#include "seams/meldungen.h"
+#include "seams/oberflaeche.h"
+#include "seams/uhr.h"
+#include "support/dateien_finden.h"
+#include "support/funktionen_fuer_ini.h"
+#include "support/protokoll.h"
+#include "support/prozesswerte.h"
+
+namespace pelvanto {
+
+// The world outside, as `main` (or a test) hands it in.
+struct Aussenwelt {
+  Uhr& uhr;
+  Meldungen& meldungen;
+  Oberflaeche& oberflaeche;
+  const Gebietsschema& gebietsschema;
+  Dateisystem& dateisystem;
+  jet::FileSystem& jetDateien;
+};
+
+// The services of the program, made once from the outside world and the process's values.
+struct Umgebung {
+  Umgebung(Aussenwelt aussen, Prozesswerte prozesswerte);
+
+  Aussenwelt welt;
+  const Prozesswerte werte;
+  Protokoll protokoll;
+  DateienFinden dateien;
+  FunktionenFürINI ini;
+  DatenTypen typen;
+  DatenbankRoutinen datenbank;
+  Zahlungsverkehr zahlungsverkehr;
+};
+
+}  // namespace pelvanto

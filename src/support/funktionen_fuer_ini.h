@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+
+#include "seams/dateisystem.h"
+#include "support/protokoll.h"
+
+namespace pelvanto {
+
+// Single values of the settings file, which belongs to the contact program: every byte that is not the value
+// written stays as it was. Text is Windows-1252.
+class FunktionenFürINI {
+ public:
+  FunktionenFürINI(Dateisystem& dateien, Protokoll& protokoll, QString iniDatei);
+
+  // At most 99 characters, without outer blanks and surrounding quotes.
+  QString INILesen(const QString& Abschnitt, const QString& Schluessel, const QString& Vorgabe) const;
+  void INISpeichern(const QString& Abschnitt, const QString& Schluessel, const QString& Wert,
+                    bool KeinProtokoll = false, int Einrueckung = 0);
+
+ private:
+  Dateisystem& dateien_;
+  Protokoll& protokoll_;
+  QString iniDatei_;
+};
+
+}  // namespace pelvanto

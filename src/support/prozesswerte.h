@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+namespace pelvanto {
+
+// Values of the process, set once at the start and never changed.
+struct Prozesswerte {
+  QString ProgrammOrdner;  // without a trailing separator
+  QString INIDatei;        // full path of verbindo.ini
+  QString DatenbankPfad;   // full path of Verbindo.mdb
+  QString OrganisationsName = QStringLiteral("Tolvana");
+  QString ProjektZeile = QStringLiteral("Projekt: Milvarte");
+};
+
+}  // namespace pelvanto
