@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -54,7 +55,10 @@ class Dateisystem {
   virtual Dateifehler attributeLoeschen(const QString& pfad) = 0;
   // Never replaces an existing file (DateiExistiert).
   virtual Dateifehler umbenennen(const QString& alt, const QString& neu) = 0;
+  // Gives `neu` the name `ziel` in one step; a file of that name is replaced and is never missing meanwhile.
+  virtual Dateifehler ersetzen(const QString& neu, const QString& ziel) = 0;
   virtual Dateifehler kopieren(const QString& quelle, const QString& ziel) = 0;
+  // A folder that exists already is PfadZugriff.
   virtual Dateifehler ordnerAnlegen(const QString& ordner) = 0;
   // Makes a rename or a new name in this folder durable.
   virtual Dateifehler ordnerSpuelen(const QString& ordner) = 0;
