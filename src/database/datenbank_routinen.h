@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 
 #include <memory>
@@ -29,15 +30,30 @@ class DatenbankRoutinen {
   // One attempt without a net: throws Datenbankfehler.
   std::unique_ptr<Verbindung> direktOeffnen(const QString& Pfad, bool Schreibgeschuetzt);
 
+  // `Abfrage` holds the answer on success only. `Fehler` is set when the query failed, never cleared.
   bool SnapshotOeffnen(Verbindung& Verbindung, std::optional<Abfrage>& Abfrage, const QString& SQL,
                        bool MeldungZeigen, bool NurMitDatensaetzen, bool& Fehler);
+  // `Quelle` is the name of a table or a query.
   bool TabelleOeffnen(Verbindung& Verbindung, std::optional<Abfrage>& Abfrage, const QString& Quelle,
                       bool MeldungZeigen);
   // The change stamp of the file as it is now; nullopt if it cannot be read.
   std::optional<jet::ChangeStamp> stand(const QString& Pfad);
 
  private:
-  void sicherungskopieAnbieten(const QString& Pfad, struct Kopienzeiten& zeiten);
+  // A backup copy beside the database, and when it was last written as far as that is known.
+  struct Sicherungskopie {
+    QString datei;
+    QDateTime zeit = QDateTime(QDate(1899, 12, 30), QTime(0, 0));
+  };
+  struct Sicherungskopien {
+    Sicherungskopie BAK, KOM;
+  };
+
+  void sicherungskopieAnbieten(const QString& Pfad, Sicherungskopien& kopien);
+  void zeitLesen(Sicherungskopie& kopie, const QString& bezeichnung);
+  void wiederherstellen(const QString& Pfad, const Sicherungskopie& kopie);
+  bool kopieLesbar(const QString& kopie);
+  void fehlerProtokollieren(const QString& text, int einzug = 0) { protokoll_.fehler(text, einzug); }
 
   jet::FileSystem& jetDateien_;
   DateienFinden& dateien_;

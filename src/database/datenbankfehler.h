@@ -16,5 +16,11 @@ struct Datenbankfehler {
 
 // Every engine error has its own number and text.
 Datenbankfehler alsDatenbankfehler(const jet::Error& fehler, const QString& pfad);
+// The memory did not suffice for a query or a page.
+Datenbankfehler speichermangel();
+
+// Whether the description says that a file may be replaced by a backup copy: its format is not recognisable
+// or its structure is damaged.
+bool istBeschaedigung(const Datenbankfehler& fehler);
 
 }  // namespace pelvanto

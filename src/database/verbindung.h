@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 
@@ -21,7 +22,8 @@ class Abfrage {
   int anzahl() const { return static_cast<int>(ergebnis_.rowCount()); }
   bool amEnde() const { return zeile_ >= anzahl(); }
   void weiter() { ++zeile_; }
-  // The field of the current row; the name in any letter case. Throws Datenbankfehler if there is none.
+  // The field of the current row; the name in any letter case. Throws Datenbankfehler if there is no such
+  // field or no current row.
   Feldwert feld(QStringView name) const;
 
  private:
@@ -40,14 +42,27 @@ class Verbindung {
   Abfrage abfragen(const QString& sql);
   const QString& pfad() const { return pfad_; }
   bool schreibgeschuetzt() const { return schreibgeschuetzt_; }
+  // The last query that was run, for the report of a failure.
+  const QString& letzteAbfrage() const { return letzteAbfrage_; }
   // What tells whether another program wrote meanwhile; throws Datenbankfehler.
   jet::ChangeStamp stand() const;
+  // The same, taken before the first page was read.
+  const jet::ChangeStamp& anfangsstand() const { return anfangsstand_; }
 
  private:
   QString pfad_;
+  QString letzteAbfrage_;
   bool schreibgeschuetzt_;
+  jet::ChangeStamp anfangsstand_;
   std::unique_ptr<jet::Database> datenbank_;
   std::unique_ptr<jet::sql::Session> sitzung_;
 };
+
+// The change stamp of a file as it is now. Throws Datenbankfehler.
+jet::ChangeStamp dateistand(jet::FileSystem& dateien, const QString& pfad);
+// Opens the file and reads every value of every row of every table. Throws Datenbankfehler.
+void vollstaendigLesen(jet::FileSystem& dateien, const QString& pfad);
+
+std::filesystem::path alsDateipfad(const QString& pfad);
 
 }  // namespace pelvanto

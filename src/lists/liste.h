@@ -35,7 +35,12 @@ class Liste {
   explicit Liste(QStringList sortierbar) : sortierbar_(std::move(sortierbar)) {}
 
   const std::vector<Spalte>& spalten() const { return spalten_; }
-  const std::vector<Zeile>& zeilen() const { return zeilen_; }
+  // In their order as it is shown. Sorts first if rows have come in since; a reference is good until the
+  // next change.
+  const std::vector<Zeile>& zeilen() const {
+    ordnen();
+    return zeilen_;
+  }
   int anzahl() const { return static_cast<int>(zeilen_.size()); }
 
   void spaltenSetzen(std::vector<Spalte> spalten);  // replaces the columns, and with them the user's widths
@@ -52,7 +57,8 @@ class Liste {
   // Removes the selected rows; how many there were.
   int MarkierteLoeschen();
 
-  // A click on the heading of column `spalte` (0 = the hidden first).
+  // A click on the heading of column `spalte` (0 = the hidden first): a sortable column sorts ascending, the
+  // same one again the other way round; any other column only makes the list forget which it was.
   void spalteAngeklickt(int spalte);
   // Sorted by this column now, and how; nullopt while sorting has not been switched on.
   std::optional<int> sortierspalte() const { return sortierspalte_; }
@@ -63,12 +69,13 @@ class Liste {
   int stand() const { return stand_; }
 
  private:
-  void sortieren();
-  QString textIn(const Zeile& zeile, int spalte) const;
+  void ordnen() const;
 
   QStringList sortierbar_;
   std::vector<Spalte> spalten_;
-  std::vector<Zeile> zeilen_;
+  // Rows that are added while sorting is on wait at the end until somebody looks: one sort for all of them.
+  mutable std::vector<Zeile> zeilen_;
+  mutable bool ungeordnet_ = false;
   std::unordered_set<QString> schluessel_;
   QString LetzteSortierSpalte_;
   std::optional<int> sortierspalte_;

@@ -1,0 +1,86 @@
+#include "database/datenbank_routinen.h"
+
+using namespace Qt::StringLiterals;
+
+namespace pelvanto {
+namespace {
+
+constexpr int kVersuche = 5;
+constexpr int kPauseMillisekunden = 500;
+
+}  // namespace
+
+DatenbankRoutinen::DatenbankRoutinen(jet::FileSystem& jetDateien, DateienFinden& dateien,
+                                     Protokoll& protokoll, Meldungen& meldungen, Oberflaeche& oberflaeche,
+                                     Uhr& uhr)
+    : jetDateien_(jetDateien),
+      dateien_(dateien),
+      protokoll_(protokoll),
+      meldungen_(meldungen),
+      oberflaeche_(oberflaeche),
+      uhr_(uhr) {}
+
+std::optional<jet::ChangeStamp> DatenbankRoutinen::stand(const QString& Pfad) {
+  try {
+    return dateistand(jetDateien_, Pfad);
+  } catch (const Datenbankfehler&) {
+    return std::nullopt;
+  }
+}
+
+std::unique_ptr<Verbindung> DatenbankRoutinen::direktOeffnen(const QString& Pfad, bool Schreibgeschuetzt) {
+  return std::make_unique<Verbindung>(jetDateien_, Pfad, Schreibgeschuetzt, [this](const QString& hinweis) {
+    protokoll_.schreiben(u"Hinweis zur Datenbank: "_s + hinweis);
+  });
+}
+
+bool DatenbankRoutinen::DatenbankOeffnenVersuch(std::unique_ptr<Verbindung>& Verbindung, const QString& Pfad,
+                                                bool Schreibgeschuetzt, bool& Beschaedigt) {
+  Verbindung.reset();
+  const std::optional<jet::ChangeStamp> vorher = stand(Pfad);
+  try {
+    Verbindung = direktOeffnen(Pfad, Schreibgeschuetzt);
+    return true;
+  } catch (Datenbankfehler fehler) {
+    // What looks damaged while another program is writing is only half written: nobody may offer to replace
+    // such a file.
+    if (istBeschaedigung(fehler) && vorher != stand(Pfad)) {
+      fehler = alsDatenbankfehler(jet::Error(jet::ErrorKind::Busy, {}), Pfad);
+    }
+    if (istBeschaedigung(fehler)) Beschaedigt = true;
+    fehlerProtokollieren(u"Fehler %1 ("_s.arg(fehler.nummer) + fehler.beschreibung +
+                         u") in Prozedur DatenbankOeffnenVersuch in Modul DatenbankRoutinen: "_s + Pfad);
+    return false;
+  }
+}
+
+bool DatenbankRoutinen::DatenbankOeffnen(std::unique_ptr<Verbindung>& Verbindung, const QString& Pfad,
+                                         bool Schreibgeschuetzt, bool MeldungZeigen) {
+  if (Schreibgeschuetzt) {
+    fehlerProtokollieren(u"Datenbank soll schreibgeschützt geöffnet werden: "_s + Pfad);
+  }
+  if (!dateien_.DateiVorhanden(Pfad)) return false;
+
+  bool beschaedigt = false;
+  const QString stamm = Pfad.chopped(3);
+  Sicherungskopien kopien{{stamm + u"BAK"_s}, {stamm + u"KOM"_s}};
+  for (int versuch = 1; versuch <= kVersuche; ++versuch) {
+    oberflaeche_.nachrichtenVerarbeiten();
+    if (DatenbankOeffnenVersuch(Verbindung, Pfad, Schreibgeschuetzt, beschaedigt)) {
+      if (versuch > 1) {
+        fehlerProtokollieren(u"Öffnen hat funktioniert bei lngZaehler = %1: "_s.arg(versuch) + Pfad, 4);
+      }
+      return true;
+    }
+    fehlerProtokollieren(u"intZaehler = %1"_s.arg(versuch), 4);
+    if (beschaedigt) sicherungskopieAnbieten(Pfad, kopien);
+    uhr_.warten(kPauseMillisekunden);
+  }
+
+  const QString text = u"Datenbank konnte nicht geöffnet werden: "_s + Pfad;
+  fehlerProtokollieren(text);
+  if (MeldungZeigen) meldungen_.zeigen({text, Symbol::Kritisch});
+  return false;
+}
+
+}  // namespace pelvanto
