@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "jet/index_page.h"
 #include "jet/page_file.h"
 #include "jet/row_id.h"
 #include "jet/table_definition.h"
@@ -23,19 +24,22 @@ struct IndexEntry {
   RowId row;
 };
 
-// All entries in key order. Throws Error(Damaged) on broken links, disorder, cycles.
+// All entries in key order. Throws Error(Damaged) on broken links, disorder, cycles. The index must outlive
+// it.
 class IndexWalk {
  public:
   bool next(IndexEntry& entry);
 
  private:
   friend class Index;
-  explicit IndexWalk(const class Index& index);
+  explicit IndexWalk(const class Index& index) : index_(&index) {}
+  // Moves to the next leaf, the first one at the start; false behind the last one.
+  bool nextLeaf();
+
   const class Index* index_;
   PageRef leaf_;
   std::size_t position_ = 0;
   std::uint32_t leavesSeen_ = 0;
-  std::string last_;
   bool started_ = false;
 };
 
@@ -63,6 +67,20 @@ class Index {
 
  private:
   friend class IndexWalk;
+  enum class Edge { First, Last };
+
+  IndexPage view(const PageRef& page) const;
+  PageRef load(std::uint32_t number, std::uint32_t from) const { return file_.page(number, from); }
+  // The leaf where entries from `probe` on begin.
+  PageRef leafFor(std::string_view probe) const;
+  PageRef edgeLeaf(Edge edge) const;
+  // The leaf behind `leaf`, linked and ordered rightly.
+  PageRef leafAfter(const PageRef& leaf) const;
+  // That all entries of the leaf before are less than `probe`.
+  void checkLeafBefore(const IndexPage& leaf, std::string_view probe) const;
+  // The probe for `lookup`; false where `lookup` has to give up.
+  bool probeFor(std::span<const Value> values, std::string& probe) const;
+
   const Table& table_;
   const PageFile& file_;
   std::size_t number_;

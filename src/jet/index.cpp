@@ -1,0 +1,207 @@
+#include "jet/index.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "jet/error.h"
+#include "jet/index_key.h"
+#include "jet/table.h"
+
+namespace jet {
+
+namespace {
+
+// A page holds dozens of entries, so no file of the format's greatest size comes near.
+constexpr int greatestDepth = 12;
+constexpr char16_t replacement = u'\uFFFD';
+
+bool containsReplacement(const Value& value) {
+  const Text* text = std::get_if<Text>(&value);
+  return text != nullptr && text->find(replacement) != Text::npos;
+}
+
+bool isZero(const Numeric& value) {
+  return std::ranges::all_of(value.groups, [](std::uint32_t group) { return group == 0; });
+}
+
+// Equal values whose stored keys may differ (0 and -0), or whose key is the beginning of other keys.
+bool hasSeveralKeys(const Value& value) {
+  const auto unsure = [](double number) { return number == 0 || std::isnan(number); };
+  if (const auto* number = std::get_if<float>(&value)) return unsure(*number);
+  if (const auto* number = std::get_if<double>(&value)) return unsure(*number);
+  if (const auto* date = std::get_if<DateTime>(&value)) return unsure(date->days);
+  if (const auto* number = std::get_if<Numeric>(&value)) return isZero(*number);
+  if (const auto* bytes = std::get_if<Bytes>(&value)) return bytes->empty();
+  return false;
+}
+
+// Order 0 stands for the file's own.
+ColumnDefinition withOwnSortOrder(ColumnDefinition column, const Header& header) {
+  if (column.sortOrder == 0) column.sortOrder = header.sortOrder;
+  return column;
+}
+
+}  // namespace
+
+Index::Index(const Table& table, const PageFile& file, std::size_t number)
+    : table_(table), file_(file), number_(number) {
+  const TableDefinition& tableDefinition = table.definition();
+  computable_ = std::ranges::all_of(definition().columns, [&](const IndexColumn& column) {
+    return hasComputableKey(withOwnSortOrder(tableDefinition.columns.at(column.column), file.header()),
+                            file.format());
+  });
+}
+
+const IndexDefinition& Index::definition() const { return table_.definition().indexes[number_]; }
+
+IndexPage Index::view(const PageRef& page) const { return {*page, file_.format(), table_.definition().page}; }
+
+PageRef Index::leafFor(std::string_view probe) const {
+  std::uint32_t number = definition().root;
+  std::uint32_t from = table_.definition().page;
+  for (int depth = 0; depth < greatestDepth; ++depth) {
+    PageRef page = load(number, from);
+    const IndexPage node = view(page);
+    if (node.isLeaf()) return page;
+    from = number;
+    number = node.child(node.lowerBound(probe));
+  }
+  throw Error(ErrorKind::Damaged, "an index tree is too deep", from);
+}
+
+PageRef Index::edgeLeaf(Edge edge) const {
+  std::uint32_t number = definition().root;
+  std::uint32_t from = table_.definition().page;
+  for (int depth = 0; depth < greatestDepth; ++depth) {
+    PageRef page = load(number, from);
+    const IndexPage node = view(page);
+    if (node.isLeaf()) return page;
+    from = number;
+    number = node.child(edge == Edge::First ? 0 : node.count());
+  }
+  throw Error(ErrorKind::Damaged, "an index tree is too deep", from);
+}
+
+PageRef Index::leafAfter(const PageRef& leaf) const {
+  const IndexPage before = view(leaf);
+  PageRef page = load(before.next(), before.number());
+  const IndexPage after = view(page);
+  const ByteReader blame = page->reader();
+  blame.check(after.isLeaf(), "an index leaf is followed by a page that is none");
+  blame.check(after.previous() == before.number(), "the links between index leaves contradict each other");
+  if (before.count() > 0 && after.count() > 0) {
+    std::string last;
+    before.keyAndRow(before.count() - 1, last);
+    blame.check(after.compare(0, last) > 0, "index leaves are out of order");
+  }
+  return page;
+}
+
+void Index::checkLeafBefore(const IndexPage& leaf, std::string_view probe) const {
+  const PageRef page = load(leaf.previous(), leaf.number());
+  const IndexPage before = view(page);
+  const ByteReader blame = page->reader();
+  blame.check(before.isLeaf() && before.next() == leaf.number(),
+              "the links between index leaves contradict each other");
+  blame.check(before.lowerBound(probe) == before.count(), "an index node leads to the wrong leaf");
+}
+
+bool Index::probeFor(std::span<const Value> values, std::string& probe) const {
+  const IndexDefinition& index = definition();
+  if (!computable_ || values.empty() || values.size() > index.columns.size()) return false;
+  // Rows whose index columns are all Null may be missing.
+  if (index.ignoresNulls() && std::ranges::all_of(values, isNull)) return false;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const IndexColumn& column = index.columns[i];
+    if (hasSeveralKeys(values[i]) || containsReplacement(values[i])) return false;
+    if (!appendKey(values[i], table_.definition().columns[column.column], column.descending, file_.format(),
+                   probe)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool Index::lookup(std::span<const Value> values, std::vector<RowId>& rows) const {
+  std::string probe;
+  if (!probeFor(values, probe)) return false;
+  PageRef page = leafFor(probe);
+  IndexPage leaf = view(page);
+  std::size_t entry = leaf.lowerBound(probe);
+  if (entry == 0 && leaf.previous() != 0) checkLeafBefore(leaf, probe);
+  for (std::uint32_t leaves = 1;; ++leaves) {
+    for (; entry < leaf.count(); ++entry) {
+      if (!leaf.startsWith(entry, probe)) return true;
+      rows.push_back(leaf.row(entry));
+    }
+    if (leaf.next() == 0) return true;
+    page->reader().check(leaves < file_.pageCount(), "index leaves form a circle");
+    page = leafAfter(page);
+    leaf = view(page);
+    entry = 0;
+  }
+}
+
+IndexWalk Index::walk() const { return IndexWalk(*this); }
+
+std::uint64_t Index::countEntries() const {
+  std::uint64_t count = 0;
+  IndexWalk leaves(*this);
+  while (leaves.nextLeaf()) count += view(leaves.leaf_).count();
+  return count;
+}
+
+std::optional<std::string> Index::keyOf(const Row& row) const {
+  const IndexDefinition& index = definition();
+  if (!computable_) return std::nullopt;
+  std::string key;
+  bool allNull = true;
+  for (const IndexColumn& column : index.columns) {
+    const Value value = row.value(column.column);
+    allNull = allNull && isNull(value);
+    if (containsReplacement(value)) return std::nullopt;
+    if (!appendKey(value, table_.definition().columns[column.column], column.descending, file_.format(),
+                   key)) {
+      return std::nullopt;
+    }
+  }
+  if (allNull && index.ignoresNulls()) return std::nullopt;
+  return key;
+}
+
+bool IndexWalk::nextLeaf() {
+  position_ = 0;
+  ++leavesSeen_;
+  if (!started_) {
+    started_ = true;
+    leaf_ = index_->edgeLeaf(Index::Edge::First);
+    leaf_->reader().check(index_->view(leaf_).previous() == 0, "the first index leaf has one before it");
+    return true;
+  }
+  if (leaf_ == nullptr) return false;
+  leaf_->reader().check(leavesSeen_ <= index_->file_.pageCount(), "index leaves form a circle");
+  if (index_->view(leaf_).next() != 0) {
+    leaf_ = index_->leafAfter(leaf_);
+    return true;
+  }
+  leaf_->reader().check(index_->edgeLeaf(Index::Edge::Last)->number == leaf_->number,
+                        "the links between index leaves end too early");
+  leaf_.reset();
+  return false;
+}
+
+bool IndexWalk::next(IndexEntry& entry) {
+  if (!started_) nextLeaf();
+  while (leaf_ != nullptr) {
+    const IndexPage leaf = index_->view(leaf_);
+    if (position_ < leaf.count()) {
+      leaf.key(position_, entry.key);
+      entry.row = leaf.row(position_++);
+      return true;
+    }
+    nextLeaf();
+  }
+  return false;
+}
+
+}  // namespace jet
