@@ -1,0 +1,22 @@
+#include "seams/real/echte_oberflaeche.h"
+
+#include <QApplication>
+#include <QCursor>
+
+namespace pelvanto {
+
+void EchteOberflaeche::nachrichtenVerarbeiten() { QCoreApplication::processEvents(); }
+
+void EchteOberflaeche::sanduhr(bool an) {
+  if (an == an_) {
+    return;
+  }
+  an_ = an;
+  if (an) {
+    QApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
+  } else {
+    QApplication::restoreOverrideCursor();
+  }
+}
+
+}  // namespace pelvanto
