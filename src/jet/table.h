@@ -1,19 +1,19 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "jet/table_definition.h"
+#include "jet/warning.h"
 
 namespace jet {
 
 class Index;
-
-using WarningSink = std::function<void(const std::string&)>;
+class Table;
 
 // One row as it stands on its page; values are decoded when asked for. Cheap to move, keeps its page alive.
 // The table must outlive it.
@@ -29,16 +29,31 @@ class Row {
   // `asText` for text and memo columns (the target's old content is replaced).
   bool asLong(std::size_t column, std::int32_t& target) const;
   bool asText(std::size_t column, Text& target) const;
+  // The bytes of a value as they stand in the row (long values: their reference); nullopt for Null and for
+  // booleans, which have none.
+  std::optional<std::span<const std::uint8_t>> stored(std::size_t column) const;
 
  private:
   friend class Table;
-  friend class TableScan;
-  const class Table* table_ = nullptr;
+
+  // Takes the row's outer parts from `bytes`; checks that they lie inside it.
+  void parse();
+  void parseJet3(bool hasVariablePart);
+  bool maskBit(const ColumnDefinition& column) const;
+  // False: null.
+  bool find(const ColumnDefinition& column, std::span<const std::uint8_t>& bytes) const;
+  std::span<const std::uint8_t> variable(std::uint32_t index) const;
+  // Where value `index` of the variable part begins; that of the last one plus 1 is the end of the part.
+  std::uint32_t variableStart(std::uint32_t index) const;
+  ByteReader reader() const { return {bytes_, page_->number}; }
+
+  const Table* table_ = nullptr;
   PageRef page_;  // the page with the row's bytes (not the head's, when the row has moved)
   RowId id_;
   std::span<const std::uint8_t> bytes_;
   std::uint16_t columnCount_ = 0, variableCount_ = 0;
-  std::uint32_t variableTable_ = 0;  // where the variable offsets stand, see row.cpp
+  std::uint32_t variableTable_ = 0;  // where the offset of the first variable value stands
+  std::uint32_t valuesEnd_ = 0;      // no value reaches beyond
   std::uint32_t nullMask_ = 0;
 };
 
@@ -52,8 +67,10 @@ class TableScan {
 
  private:
   friend class Table;
-  explicit TableScan(const class Table& table);
-  const class Table* table_;
+  explicit TableScan(const Table& table);
+  bool nextPage();
+
+  const Table* table_;
   std::vector<std::uint32_t> pages_;
   std::size_t nextPage_ = 0;
   PageRef page_;
@@ -78,21 +95,27 @@ class Table {
   // The row whose head slot is `id` (from an index or an earlier scan). Error(Damaged) if there is no live
   // row of this table.
   Row fetch(RowId id) const;
+  // The same into a row that may hold another one already: spares some work in hot loops.
+  void fetch(RowId id, Row& row) const;
   // One per IndexDefinition, in that order.
   const Index& index(std::size_t i) const;
 
  private:
   friend class TableScan;
   friend class Row;
-  // Reads the row whose content stands in `slot` of `page`; follows pointers.
-  Row open(const PageRef& page, RowId id, std::uint16_t slotEntry) const;
+  // Fills `row` from the live slot `id` of `page`, its head; follows it where it has moved to.
+  void open(const PageRef& page, RowId id, std::uint16_t slotEntry, Row& row) const;
   void checkRowCount(std::uint64_t rows) const;
+  void warn(const std::string& sentence) const;
 
   const PageFile& file_;
   Text name_;
   TableDefinition definition_;
   WarningSink warn_;
-  mutable bool countChecked_ = false;
+  // Rows with fewer columns than this were written before the table had its first variable column, and have
+  // no variable part.
+  std::uint32_t columnsWithVariablePart_ = 0;
+  mutable std::optional<std::uint64_t> staleCountProven_;  // rows that an index has confirmed
   std::vector<std::unique_ptr<Index>> indexes_;
 };
 
