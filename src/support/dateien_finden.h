@@ -46,6 +46,12 @@ class DateienFinden {
   Dateisystem& dateisystem() { return dateien_; }
 
  private:
+  void loeschfehlerMelden(const QString& original, const QString& name, const Dateifehler& fehler);
+  bool kopierzielPruefen(const QString& quelle, const QString& ziel, const Kopieroptionen& optionen);
+  bool kopierquellePruefen(const QString& quelle);
+  bool kopieren(const QString& quelle, const QString& ziel, const Kopieroptionen& optionen);
+  bool kopierfehlerMelden();
+
   Dateisystem& dateien_;
   Protokoll& protokoll_;
   Meldungen& meldungen_;

@@ -33,4 +33,12 @@ class Protokoll {
   bool neuesJahr_ = false;
 };
 
+// A file's size as the log writes it ("#,###": grouped by points, nothing for 0).
+QString protokollGroesse(qint64 bytes);
+
+// How message boxes and the log name an error that was not expected: "Fehler 70 (Zugriff verweigert) in
+// Prozedur P in Modul M". `imOderIn` is "in" or "im".
+QString fehlerbericht(const Dateifehler& fehler, const QString& prozedur, const QString& modul,
+                      const QString& imOderIn = QStringLiteral("in"));
+
 }  // namespace pelvanto

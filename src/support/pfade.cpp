@@ -1,0 +1,51 @@
+#include "support/pfade.h"
+
+#include <QDir>
+
+namespace pelvanto {
+
+namespace {
+
+bool istTrenner(QChar zeichen) { return zeichen == u'/' || zeichen == u'\\'; }
+
+}  // namespace
+
+QString pfadVerbinden(const QString& ordner, const QString& name) {
+  const bool getrennt = !ordner.isEmpty() && istTrenner(ordner.back());
+  return getrennt ? ordner + name : ordner + QDir::separator() + name;
+}
+
+QString ordnerOhneTrenner(const QString& ordner) {
+  QString ergebnis = ordner;
+  while (ergebnis.size() > 1 && istTrenner(ergebnis.back())) {
+    ergebnis.chop(1);
+  }
+  return ergebnis;
+}
+
+QString pfadInJederSchreibweise(const QString& ordner, const QString& name, const Dateisystem& dateien) {
+  const QString wieGegeben = pfadVerbinden(ordner, name);
+  if (dateien.existiert(wieGegeben)) {
+    return wieGegeben;
+  }
+  QStringList namen = dateien.namen(ordner);
+  namen.sort();
+  for (const QString& vorhanden : namen) {
+    const QString pfad = pfadVerbinden(ordner, vorhanden);
+    if (vorhanden.compare(name, Qt::CaseInsensitive) == 0 && !dateien.istOrdner(pfad)) {
+      return pfad;
+    }
+  }
+  return wieGegeben;
+}
+
+Prozesswerte prozesswerteFuer(const QString& ordner, const Dateisystem& dateien) {
+  Prozesswerte werte;
+  werte.ProgrammOrdner = ordnerOhneTrenner(QDir::toNativeSeparators(ordner));
+  werte.INIDatei = pfadInJederSchreibweise(werte.ProgrammOrdner, QStringLiteral("verbindo.ini"), dateien);
+  werte.DatenbankPfad =
+      pfadInJederSchreibweise(werte.ProgrammOrdner, QStringLiteral("Verbindo.mdb"), dateien);
+  return werte;
+}
+
+}  // namespace pelvanto

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+#include "seams/dateisystem.h"
+#include "support/prozesswerte.h"
+
+namespace pelvanto {
+
+// Folder and name with the system's own separator between them.
+QString pfadVerbinden(const QString& ordner, const QString& name);
+// Without separators at the end (the root folder keeps its own).
+QString ordnerOhneTrenner(const QString& ordner);
+// The path of the file of this name in whatever letter case it is there: first as given, then the first
+// other spelling in alphabetical order; the path as given when there is none.
+QString pfadInJederSchreibweise(const QString& ordner, const QString& name, const Dateisystem& dateien);
+// The values that follow from the program's folder.
+Prozesswerte prozesswerteFuer(const QString& ordner, const Dateisystem& dateien);
+
+}  // namespace pelvanto
