@@ -53,9 +53,11 @@ struct Seite3 {
 
 struct Seite3b {
   Textfeld txtGruppeNotwendig3b;
-  Knopf cmdErgebnisZeigen3b{true}, cmdDrucken3b, cmdSerienbriefe3b, cmdWeiter3b, cmdSerienbriefe3bAusgeschieden;
+  Knopf cmdErgebnisZeigen3b{true}, cmdDrucken3b, cmdSerienbriefe3b, cmdWeiter3b,
+      cmdSerienbriefe3bAusgeschieden;
   Liste lvwListe3b{personenSortierung()}, lvwListeAusgeschieden3b{personenSortierung()};
-  Beschriftung lblErgebnis3b, lblErgebnis3bGeloescht{{}, false}, lblErgebnis3bGeloeschtLabel{"gelöscht", false};
+  Beschriftung lblErgebnis3b, lblErgebnis3bGeloescht{{}, false},
+      lblErgebnis3bGeloeschtLabel{"gelöscht", false};
   Beschriftung lblAusgeschieden3b, lblAusgeschieden3bGeloescht{{}, false},
       lblAusgeschieden3bGeloeschtLabel{"gelöscht", false};
 };

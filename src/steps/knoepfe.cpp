@@ -1,0 +1,82 @@
+// What the window's buttons and keys do around the steps.
+#include <utility>
+
+#include "steps/schritte.h"
+#include "steps/texte.h"
+
+using namespace Qt::StringLiterals;
+
+namespace pelvanto {
+namespace {
+
+// While a step runs its button is off and the pointer an hourglass.
+class Beschaeftigt {
+ public:
+  Beschaeftigt(Oberflaeche& oberflaeche, Knopf& knopf) : oberflaeche_(oberflaeche), knopf_(knopf) {
+    knopf_.ein = false;
+    oberflaeche_.sanduhr(true);
+  }
+  ~Beschaeftigt() {
+    oberflaeche_.sanduhr(false);
+    knopf_.ein = true;
+  }
+  Beschaeftigt(const Beschaeftigt&) = delete;
+  Beschaeftigt& operator=(const Beschaeftigt&) = delete;
+
+ private:
+  Oberflaeche& oberflaeche_;
+  Knopf& knopf_;
+};
+
+}  // namespace
+
+void cmdErgebnisZeigen1_Click(Umgebung& umgebung, Seiten& seiten) {
+  const Beschaeftigt beschaeftigt(umgebung.welt.oberflaeche, seiten.seite1.cmdErgebnisZeigen1);
+  ListeFuellen1(umgebung, seiten);
+}
+
+void cmdErgebnisZeigen2_Click(Umgebung& umgebung, Seiten& seiten) {
+  const Beschaeftigt beschaeftigt(umgebung.welt.oberflaeche, seiten.seite2.cmdErgebnisZeigen2);
+  ListeFuellen2(umgebung, seiten);
+}
+
+void cmdErgebnisZeigen3_Click(Umgebung& umgebung, Seiten& seiten) {
+  const Beschaeftigt beschaeftigt(umgebung.welt.oberflaeche, seiten.seite3.cmdErgebnisZeigen3);
+  ListeFuellen3(umgebung, seiten);
+}
+
+void cmdErgebnisZeigen3b_Click(Umgebung& umgebung, Seiten& seiten) {
+  const Beschaeftigt beschaeftigt(umgebung.welt.oberflaeche, seiten.seite3b.cmdErgebnisZeigen3b);
+  ListeFuellen3b(umgebung, seiten);
+}
+
+void cmdErgebnisZeigen4_Click(Umgebung& umgebung, Seiten& seiten) { ListeFuellen4(umgebung, seiten); }
+
+void cmdDatentraegerErstellen_Click(Umgebung& umgebung, Seiten& seiten) {
+  seiten.seite5.cmdDatentraegerErstellen.ein = false;
+  const QString abschnitt = u"Auszahlungen"_s;
+  const QString iban = ohneBlanks(umgebung.ini.INILesen(abschnitt, u"EigeneIBAN"_s, {}));
+  const QString bic = umgebung.ini.INILesen(abschnitt, u"EigeneBIC"_s, {});
+  // Whatever becomes of the file: the same table is never written twice.
+  const UeberweisungT tabelle = std::exchange(seiten.ueberweisungT, std::nullopt).value_or(UeberweisungT{});
+  QString pfad;
+  if (umgebung.zahlungsverkehr.UeberweisungDateiErstellen(tabelle, iban, bic, pfad)) {
+    umgebung.welt.meldungen.zeigen({u"Die Datei "_s + pfad + u" wurde erstellt."_s, Symbol::Information});
+  }
+}
+
+void nochNichtVerfuegbar(Umgebung& umgebung) {
+  umgebung.welt.meldungen.zeigen({u"Diese Funktion ist noch nicht verfügbar."_s, Symbol::Information});
+}
+
+void markierteZeilenLoeschen(const DatenTypen& typen, Liste& liste, Beschriftung& geloescht,
+                             Beschriftung& geloeschtLabel, Beschriftung& ergebnis) {
+  const qint32 bisher = typen.TextInLong(geloescht.text);
+  const int anzahl = liste.MarkierteLoeschen();
+  geloescht.text = QString::number(anzahl + bisher);
+  if (typen.TextInLong(geloescht.text) <= 0) return;
+  ergebnis.text = QString::number(liste.anzahl());
+  geloescht.sichtbar = geloeschtLabel.sichtbar = true;
+}
+
+}  // namespace pelvanto

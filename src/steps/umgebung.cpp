@@ -1,0 +1,17 @@
+#include "steps/umgebung.h"
+
+#include <utility>
+
+namespace pelvanto {
+
+Umgebung::Umgebung(Aussenwelt aussen, Prozesswerte prozesswerte)
+    : welt(aussen),
+      werte(std::move(prozesswerte)),
+      protokoll(welt.dateisystem, welt.uhr, werte.ProgrammOrdner),
+      dateien(welt.dateisystem, protokoll, welt.meldungen, welt.oberflaeche, welt.uhr, werte.ProgrammOrdner),
+      ini(welt.dateisystem, protokoll, werte.INIDatei),
+      typen(welt.gebietsschema, protokoll, welt.meldungen, ini),
+      datenbank(welt.jetDateien, dateien, protokoll, welt.meldungen, welt.oberflaeche, welt.uhr),
+      zahlungsverkehr(werte, dateien, protokoll, welt.meldungen, welt.uhr, typen) {}
+
+}  // namespace pelvanto
