@@ -18,7 +18,9 @@ struct ResultSet {
   std::vector<ResultColumn> columns;
   std::vector<Value> cells;  // row by row
   std::size_t rowCount() const { return columns.empty() ? 0 : cells.size() / columns.size(); }
-  const Value& cell(std::size_t row, std::size_t column) const { return cells[row * columns.size() + column]; }
+  const Value& cell(std::size_t row, std::size_t column) const {
+    return cells[row * columns.size() + column];
+  }
 };
 
 // How a query was answered, one line per table in the order they were read; for tests and support.

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "jet/table.h"
+
+namespace jet::sql {
+
+// Appends bytes whose order is the database's order of the column's values, Null first (last if descending).
+// No key is the start of another, so that keys of several columns can follow one another. `text` is working
+// memory.
+void appendOrderKey(const Row& row, std::size_t column, ColumnType type, bool descending, Text& text,
+                    std::string& key);
+
+// Puts result rows in order: by their keys, equal ones by the stored places of the rows they are made of.
+class ResultOrder {
+ public:
+  void begin(std::size_t tableCount);
+  // The next row: first its places, one per table of FROM, then its key.
+  void addPlace(RowId row) { places_.push_back(row.pointer()); }
+  std::string& key() { return keys_; }  // append here
+  void endRow();
+
+  std::size_t rowCount() const { return entries_.size(); }
+  // The numbers of the added rows in their order; empty if they were added in order.
+  std::vector<std::uint32_t> sorted();
+
+ private:
+  struct Entry {
+    std::uint64_t prefix = 0;  // the first 8 bytes of the key as a number
+    std::size_t begin = 0;
+    std::uint32_t length = 0;
+    std::uint32_t number = 0;
+  };
+  bool less(const Entry& left, const Entry& right) const;
+
+  std::size_t tableCount_ = 0;
+  std::vector<std::uint32_t> places_;
+  std::string keys_;
+  std::vector<Entry> entries_;
+};
+
+}  // namespace jet::sql
