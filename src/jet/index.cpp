@@ -46,10 +46,12 @@ ColumnDefinition withOwnSortOrder(ColumnDefinition column, const Header& header)
 Index::Index(const Table& table, const PageFile& file, std::size_t number)
     : table_(table), file_(file), number_(number) {
   const TableDefinition& tableDefinition = table.definition();
-  computable_ = std::ranges::all_of(definition().columns, [&](const IndexColumn& column) {
-    return hasComputableKey(withOwnSortOrder(tableDefinition.columns.at(column.column), file.header()),
-                            file.format());
-  });
+  computable_ =
+      !definition().columns.empty() &&
+      std::ranges::all_of(definition().columns, [&](const IndexColumn& column) {
+        return hasComputableKey(withOwnSortOrder(tableDefinition.columns.at(column.column), file.header()),
+                                file.format());
+      });
 }
 
 const IndexDefinition& Index::definition() const { return table_.definition().indexes[number_]; }
