@@ -1,0 +1,107 @@
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "jet/check.h"
+#include "jet/database.h"
+#include "jet/error.h"
+#include "jet/export.h"
+#include "jet/sql/session.h"
+
+namespace {
+
+constexpr const char* usage =
+    "jet tables FILE         user tables and their numbers of rows\n"
+    "jet export FILE TABLE   all rows of a table, tab separated\n"
+    "jet sql FILE QUERY      the answer to a query, tab separated\n"
+    "jet check FILE          looks for contradictions in the file\n";
+
+jet::Text fromUtf8(const std::string& text) {
+  return std::filesystem::path(std::u8string(text.begin(), text.end())).u16string();
+}
+
+jet::OpenOptions lookOnly() {
+  jet::OpenOptions options;
+  options.ignorePassword = true;
+  options.warn = [](const std::string& sentence) { std::cerr << "jet: " << sentence << '\n'; };
+  return options;
+}
+
+int listTables(jet::Database& database) {
+  int result = 0;
+  for (const jet::TableEntry& entry : database.tables()) {
+    if (entry.system || entry.hidden) continue;
+    std::cout << jet::toUtf8(entry.name) << '\t';
+    try {
+      std::uint64_t rows = 0;
+      jet::TableScan scan = database.table(entry.name).scan();
+      for (jet::Row row; scan.next(row);) ++rows;
+      std::cout << rows << '\n';
+    } catch (const jet::Error& error) {
+      std::cout << "unreadable: " << error.what() << '\n';
+      result = 1;
+    }
+  }
+  return result;
+}
+
+int exportTable(jet::Database& database, const std::string& name) {
+  std::cout << jet::exportTable(database.table(fromUtf8(name)));
+  return 0;
+}
+
+int answer(jet::Database& database, const std::string& query) {
+  jet::sql::Session session(database);
+  const jet::sql::ResultSet result = session.query(fromUtf8(query));
+  std::string line;
+  for (const auto& column : result.columns) line += (line.empty() ? "" : "\t") + jet::toUtf8(column.name);
+  std::cout << line << '\n';
+  for (std::size_t row = 0; row < result.rowCount(); ++row) {
+    line.clear();
+    for (std::size_t column = 0; column < result.columns.size(); ++column) {
+      if (column != 0) line += '\t';
+      jet::appendCanonical(result.cell(row, column), line);
+    }
+    std::cout << line << '\n';
+  }
+  return 0;
+}
+
+int checkFile(jet::Database& database) {
+  const jet::CheckReport report = jet::check(database);
+  for (const std::string& error : report.errors) std::cout << "error: " << error << '\n';
+  for (const std::string& remark : report.remarks) std::cout << "remark: " << remark << '\n';
+  std::cout << report.tables << " tables, " << report.rows << " rows, " << report.indexEntries
+            << " index entries, " << report.keysCompared << " keys computed and compared, "
+            << report.errors.size() << " errors\n";
+  return report.errors.empty() ? 0 : 1;
+}
+
+int run(const std::vector<std::string>& arguments) {
+  const std::string_view command = arguments.empty() ? std::string_view() : std::string_view(arguments[0]);
+  const bool takesMore = command == "export" || command == "sql";
+  const bool known = takesMore || command == "tables" || command == "check";
+  if (!known || arguments.size() != (takesMore ? 3u : 2u)) {
+    std::cerr << usage;
+    return 2;
+  }
+  jet::Database database(jet::systemFiles(), arguments[1], lookOnly());
+  if (command == "tables") return listTables(database);
+  if (command == "export") return exportTable(database, arguments[2]);
+  if (command == "sql") return answer(database, arguments[2]);
+  return checkFile(database);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run({argv + 1, argv + argc});
+  } catch (const std::exception& error) {
+    std::cerr << "jet: " << error.what() << '\n';
+    return 1;
+  }
+}
