@@ -15,31 +15,31 @@
 namespace jet::create {
 
 struct ColumnSpec {
-  Text name;
+  Text name{};
   ColumnType type{};
-  std::uint16_t characters = 0;  // text: largest number of characters; binary: of bytes
-  bool autoNumber = false;       // long only
-  bool compressed = true;        // text and memo: store compressed where possible
+  std::uint16_t characters = 0;            // text: largest number of characters; binary: of bytes
+  bool autoNumber = false;                 // long only
+  bool compressed = true;                  // text and memo: store compressed where possible
   std::uint8_t precision = 18, scale = 0;  // numeric only
-  bool fixed = true;             // false: store a fixed-size type as a variable column
+  bool fixed = true;                       // false: store a fixed-size type as a variable column
   // Properties, kept where Access keeps them:
-  Text defaultValue;
+  Text defaultValue{};
   bool required = false;
   bool allowZeroLength = true;
 };
 
 struct IndexSpec {
-  Text name;
-  std::vector<Text> columns;  // a leading "-" means descending
+  Text name{};
+  std::vector<Text> columns{};  // a leading "-" means descending
   bool primaryKey = false;
   bool unique = false;
   bool ignoreNulls = false;
 };
 
 struct TableSpec {
-  Text name;
-  std::vector<ColumnSpec> columns;
-  std::vector<IndexSpec> indexes;
+  Text name{};
+  std::vector<ColumnSpec> columns{};
+  std::vector<IndexSpec> indexes{};
 };
 
 // Rows of one table that is being built. Row ids are final.
@@ -49,10 +49,10 @@ class TableBuilder {
   // twice is found when the file is finished).
   RowId insert(std::vector<Value> values);
   // The states that years of use leave behind in a real file, for tests:
-  void erase(RowId row);                             // a deleted row
-  void move(RowId row);                              // a row that outgrew its page
-  void addColumn(ColumnSpec column);                 // earlier rows do not know it
-  void deleteColumn(const Text& name);               // gaps in the column numbers
+  void erase(RowId row);                // a deleted row
+  void move(RowId row);                 // a row that outgrew its page
+  void addColumn(ColumnSpec column);    // earlier rows do not know it
+  void deleteColumn(const Text& name);  // gaps in the column numbers
 
  private:
   friend class DatabaseBuilder;
@@ -62,10 +62,10 @@ class TableBuilder {
 };
 
 struct BuildOptions {
-  double created = 0;              // days since 1899-12-30; dates of the catalog's rows
-  std::uint32_t databaseKey = 0;   // not 0: encode the pages
-  Text password;                   // for tests of the refusal
-  Text accessVersion = u"08.50";   // property of the database; empty = none
+  double created = 0;             // days since 1899-12-30; dates of the catalog's rows
+  std::uint32_t databaseKey = 0;  // not 0: encode the pages
+  Text password{};                // for tests of the refusal
+  Text accessVersion = u"08.50";  // property of the database; empty = none
 };
 
 // Makes a new Jet 4 file from nothing, in memory, page by page as Access lays it out.

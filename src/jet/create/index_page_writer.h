@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "jet/create/page_array.h"
+#include "jet/format.h"
+
+namespace jet::create {
+
+// Entries of one index page on their way to the page. Entries are stored in full, without a common prefix.
+class IndexPageWriter {
+ public:
+  static constexpr std::size_t capacity = pageSize - 480;  // bytes of entries, see Format::indexEntries
+
+  bool empty() const { return ends_.empty(); }
+  bool fits(std::size_t length) const { return bytes_.size() + length <= capacity; }
+  void append(std::string_view entry);
+
+  struct Links {
+    std::uint32_t previous = 0, next = 0;
+    std::uint32_t tail = 0;  // nodes: the last child, which has no entry
+    std::uint8_t level = 0;  // 0: leaf
+  };
+  // Writes the page of the index of `table` and forgets the entries.
+  void write(PageArray& pages, std::uint32_t page, std::uint32_t table, const Links& links);
+
+ private:
+  std::string bytes_;
+  std::vector<std::uint16_t> ends_;
+};
+
+}  // namespace jet::create
