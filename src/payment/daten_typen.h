@@ -25,7 +25,10 @@ class DatenTypen {
   DatenTypen(const Gebietsschema& schema, Protokoll& protokoll, Meldungen& meldungen, FunktionenFürINI& ini);
 
   qint32 TextInLong(const QString& text) const;
+  // An amount that does not fit counts as 0, like a text without digits.
   Waehrung TextInCurrency(const QString& text) const;
+  // The same, but nullopt for an amount that does not fit.
+  static std::optional<Waehrung> BetragLesen(const QString& text);
   // `art` is one of "Integer", "Long", "Double", "Currency", "Single", "Date", "String", "Text", "String+",
   // "Boolean". A value that cannot be converted asks for a repair of the databases in the settings file,
   // tells the user, and throws ProgrammEnde.
@@ -39,6 +42,9 @@ class DatenTypen {
   Zahlenzeichen zahlenzeichen() const;
 
  private:
+  [[noreturn]] void wertUnbrauchbar(const Feldwert& wert, const QString& art, int nummer,
+                                    const QString& beschreibung) const;
+
   const Gebietsschema& schema_;
   Protokoll& protokoll_;
   Meldungen& meldungen_;

@@ -19,6 +19,8 @@ class FunktionenFürINI {
                     bool KeinProtokoll = false, int Einrueckung = 0);
 
  private:
+  void wertSchreiben(const QString& Abschnitt, const QString& Schluessel, const QString& Wert);
+
   Dateisystem& dateien_;
   Protokoll& protokoll_;
   QString iniDatei_;

@@ -1,0 +1,66 @@
+#include "support/funktionen_fuer_ini.h"
+
+#include <QStringList>
+
+#include "support/blanks.h"
+#include "support/ini_text.h"
+
+namespace pelvanto {
+
+namespace {
+
+// What the 100-byte buffer of the private-profile functions holds beside its end mark.
+constexpr qsizetype laengsterWert = 99;
+
+// Remembered window positions change at every end of the program: not worth a line.
+bool istFensterposition(const QString& Schluessel) {
+  static const QStringList schluessel = {QStringLiteral("breit"), QStringLiteral("hoch"),
+                                         QStringLiteral("links"), QStringLiteral("oben")};
+  return schluessel.contains(Schluessel.toLower());
+}
+
+}  // namespace
+
+FunktionenFürINI::FunktionenFürINI(Dateisystem& dateien, Protokoll& protokoll, QString iniDatei)
+    : dateien_(dateien), protokoll_(protokoll), iniDatei_(std::move(iniDatei)) {}
+
+QString FunktionenFürINI::INILesen(const QString& Abschnitt, const QString& Schluessel,
+                                   const QString& Vorgabe) const {
+  QByteArray bytes;
+  QString wert = Vorgabe;
+  if (dateien_.lesen(iniDatei_, bytes).ok()) {
+    wert = INIText(bytes).wert(Abschnitt, Schluessel).value_or(Vorgabe);
+  }
+  return ohneAeussereBlanks(wert.left(laengsterWert));
+}
+
+void FunktionenFürINI::INISpeichern(const QString& Abschnitt, const QString& Schluessel, const QString& Wert,
+                                    bool KeinProtokoll, int Einrueckung) {
+  wertSchreiben(Abschnitt, Schluessel, Wert);
+  if (!KeinProtokoll && !istFensterposition(Schluessel)) {
+    const QString trenner = QStringLiteral(" / ");
+    protokoll_.schreiben(QString(Einrueckung, u' ') + QStringLiteral("INISpeichern: ") + Abschnitt + trenner +
+                         Schluessel + trenner + Wert + trenner + iniDatei_);
+  }
+}
+
+// The file is written under another name and put in the place of the old one in one step: it never lies there
+// half written, and a failure leaves the old one.
+void FunktionenFürINI::wertSchreiben(const QString& Abschnitt, const QString& Schluessel,
+                                     const QString& Wert) {
+  QByteArray bytes;
+  if (!dateien_.lesen(iniDatei_, bytes).ok() && dateien_.existiert(iniDatei_)) {
+    return;  // what cannot be read must not be replaced
+  }
+  INIText text(bytes);
+  text.setzen(Abschnitt, Schluessel, Wert);
+  if (text.bytes() == bytes) {
+    return;
+  }
+  const QString neueDatei = iniDatei_ + QStringLiteral(".neu");
+  if (!dateien_.schreiben(neueDatei, text.bytes()).ok() || !dateien_.ersetzen(neueDatei, iniDatei_).ok()) {
+    dateien_.loeschen(neueDatei);
+  }
+}
+
+}  // namespace pelvanto
