@@ -14,7 +14,8 @@ namespace pelvanto::test {
 //   db.gruppe(7, u"Milchlieferanten");
 //   db.mitglied(1, 7, 12000);
 //   db.schreiben(ordner / "Verbindo.mdb");
-// Rows are stored in the order of the calls; memberships are numbered from 1. Fields left out are Null.
+// Rows are stored in the order of the calls; memberships are numbered from 1 on, without gaps where no rows
+// were deleted. Fields left out are Null.
 class VerbindoDatenbank {
  public:
   using Person = beispiel::Person;
