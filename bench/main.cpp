@@ -1,0 +1,40 @@
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+
+#include "bench/engine.h"
+#include "bench/report.h"
+
+namespace {
+
+// Files of the measurements; gone at the end.
+struct TemporaryFolder {
+  TemporaryFolder() : path(std::filesystem::temp_directory_path() / "pelvanto_bench") {
+    std::filesystem::create_directories(path);
+  }
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  std::filesystem::path path;
+};
+
+}  // namespace
+
+// Ends with 1 if a floor is missed, 2 if something failed.
+int main(int, char** arguments) {
+  try {
+    const TemporaryFolder folder;
+    const auto here = std::filesystem::path(arguments[0]).parent_path();
+    bench::Report report;
+    report.printHead();
+    bench::measureEngine(report, folder.path, here / "pelvanto_bench_memory");
+    if (report.floorMissed()) std::printf("At least one floor is missed.\n");
+    return report.floorMissed() ? 1 : 0;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "pelvanto_bench: %s\n", error.what());
+    return 2;
+  }
+}
