@@ -3,6 +3,7 @@
 #include "jet/check_findings.h"
 #include "jet/check_table.h"
 #include "jet/data_page.h"
+#include "jet/export.h"
 
 namespace jet {
 
@@ -93,7 +94,7 @@ CheckReport check(Database& database) {
   CheckedPlaces places{owners, owners.add("the usage maps"), {}, {}};
   findings.attempt("The catalog", [&] {
     for (const TableEntry& entry : database.tables()) {
-      findings.attempt("Table " + checkName(entry.name),
+      findings.attempt("Table " + toUtf8(entry.name),
                        [&] { checkTable(database.table(entry.name), places, findings); });
     }
   });

@@ -2,29 +2,6 @@
 
 namespace jet {
 
-namespace {
-
-void appendUtf8(char32_t code, std::string& target) {
-  const auto put = [&](char32_t bits) { target += static_cast<char>(static_cast<unsigned char>(bits)); };
-  if (code < 0x80) {
-    put(code);
-  } else if (code < 0x800) {
-    put(0xC0 | code >> 6);
-    put(0x80 | (code & 0x3F));
-  } else if (code < 0x10000) {
-    put(0xE0 | code >> 12);
-    put(0x80 | (code >> 6 & 0x3F));
-    put(0x80 | (code & 0x3F));
-  } else {
-    put(0xF0 | code >> 18);
-    put(0x80 | (code >> 12 & 0x3F));
-    put(0x80 | (code >> 6 & 0x3F));
-    put(0x80 | (code & 0x3F));
-  }
-}
-
-}  // namespace
-
 PageOwners::Owner PageOwners::add(std::string name) {
   names_.push_back(std::move(name));
   return static_cast<Owner>(names_.size());
@@ -50,18 +27,6 @@ bool PageOwners::claimOnce(std::uint32_t page, Owner owner) {
     return false;
   }
   return claim(page, owner);
-}
-
-std::string checkName(const Text& name) {
-  std::string result;
-  for (std::size_t i = 0; i < name.size(); ++i) {
-    char32_t code = name[i];
-    if (code >= 0xD800 && code < 0xDC00 && i + 1 < name.size()) {
-      code = 0x10000 + ((code - 0xD800) << 10) + (name[++i] - 0xDC00u);
-    }
-    appendUtf8(code, result);
-  }
-  return result;
 }
 
 std::string checkName(RowId row) {

@@ -21,14 +21,19 @@ class CheckFindings {
   void error(std::string sentence) { add(report_.errors, std::move(sentence)); }
   void remark(std::string sentence) { add(report_.remarks, std::move(sentence)); }
 
-  // Runs a part of the check. False, and an error noted, if the file is damaged there.
-  template <std::invocable Part>
-  bool attempt(const std::string& where, Part&& part) {
+  // Runs a part of the check. False, and an error noted, if the file is damaged there. `where` is a text, or
+  // makes one: in hot loops it is hardly ever needed.
+  template <typename Where, std::invocable Part>
+  bool attempt(const Where& where, Part&& part) {
     try {
       part();
       return true;
     } catch (const Error& damage) {
-      error(where + ": " + damage.what() + ".");
+      if constexpr (std::invocable<const Where&>) {
+        error(where() + ": " + damage.what() + ".");
+      } else {
+        error(std::string(where) + ": " + damage.what() + ".");
+      }
       return false;
     }
   }
@@ -68,7 +73,7 @@ class PageOwners {
   CheckFindings& findings_;
 };
 
-std::string checkName(const Text& name);
+// "row 17/3": page and slot.
 std::string checkName(RowId row);
 
 }  // namespace jet

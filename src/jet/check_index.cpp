@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "jet/export.h"
 #include "jet/index.h"
 #include "jet/index_page.h"
 #include "jet/usage_map.h"
@@ -22,8 +23,8 @@ class IndexCheck {
         rows_(rows),
         owners_(owners),
         findings_(findings),
-        where_("Index " + std::to_string(number) + " of table " + checkName(table.name())),
-        owner_(owners.add("index " + std::to_string(number) + " of table " + checkName(table.name()))),
+        where_("Index " + std::to_string(number) + " of table " + toUtf8(table.name())),
+        owner_(owners.add("index " + std::to_string(number) + " of table " + toUtf8(table.name()))),
         hasEntry_(rows.size()) {}
 
   void run() {
@@ -88,8 +89,10 @@ class IndexCheck {
     }
     lastLeaf_ = leaf.number();
     linkedNext_ = leaf.next();
-    if (leaf.count() > 0 && !greatest_.empty() && leaf.compare(0, greatest_) <= 0) {
-      error("the leaves are out of order", leaf.number());
+    if (leaf.count() > 0 && !greatest_.empty()) {
+      std::string first;
+      leaf.keyAndRow(0, first);
+      if (!entriesAscend(greatest_, first)) error("the leaves are out of order", leaf.number());
     }
     for (std::size_t i = 0; i < leaf.count(); ++i) checkEntry(leaf, i);
     if (leaf.count() > 0) leaf.keyAndRow(leaf.count() - 1, greatest_);
@@ -113,15 +116,17 @@ class IndexCheck {
   }
 
   void checkKey(RowId id, const std::string& key, std::uint32_t page) {
-    findings_.attempt(where_ + ", " + checkName(id), [&] {
-      const Row row = table_.fetch(id);
-      if (isLeftOut(row)) {
-        error("the Nulls of " + checkName(id) + " have an entry", page);
-      } else if (const std::optional<std::string> computed = index_.keyOf(row)) {
-        ++findings_.report().keysCompared;
-        if (*computed != key) error("the key of " + checkName(id) + " is not that of its values", page);
-      }
-    });
+    findings_.attempt([&] { return where_ + ", " + checkName(id); },
+                      [&] {
+                        const Row row = table_.fetch(id);
+                        if (isLeftOut(row)) {
+                          error("the Nulls of " + checkName(id) + " have an entry", page);
+                        } else if (const std::optional<std::string> computed = index_.keyOf(row)) {
+                          ++findings_.report().keysCompared;
+                          if (*computed != key)
+                            error("the key of " + checkName(id) + " is not that of its values", page);
+                        }
+                      });
   }
 
   void checkUnique(const std::string& key, std::uint32_t page) {

@@ -4,6 +4,7 @@
 
 #include "jet/check_index.h"
 #include "jet/data_page.h"
+#include "jet/export.h"
 #include "jet/index.h"
 #include "jet/usage_map.h"
 
@@ -36,7 +37,7 @@ class TableCheck {
         definition_(table.definition()),
         places_(places),
         findings_(findings),
-        where_("Table " + checkName(table.name())) {}
+        where_("Table " + toUtf8(table.name())) {}
 
   void run() {
     findings_.attempt(where_, [&] { claimDefinition(); });
@@ -53,7 +54,7 @@ class TableCheck {
   void error(const std::string& what) { findings_.error(where_ + ": " + what + "."); }
 
   void claimDefinition() {
-    const auto owner = places_.owners.add("the definition of table " + checkName(table_.name()));
+    const auto owner = places_.owners.add("the definition of table " + toUtf8(table_.name()));
     std::uint32_t number = definition_.page;
     PageRef page = file_.page(number, number, PageType::TableDefinition);
     const std::uint32_t length = page->reader().u32(file_.format().tdefLength);
@@ -76,7 +77,7 @@ class TableCheck {
     places_.owners.claim(place.page, places_.mapPages);
     const auto bitmaps = bitmapPages(file_, place, definition_.page);
     if (!bitmaps.empty()) {
-      const auto owner = places_.owners.add("a usage map of table " + checkName(table_.name()));
+      const auto owner = places_.owners.add("a usage map of table " + toUtf8(table_.name()));
       for (const std::uint32_t number : bitmaps) places_.owners.claimOnce(number, owner);
     }
     return pages;
@@ -94,7 +95,7 @@ class TableCheck {
     std::vector<std::uint32_t> pages;
     findings_.attempt(where_, [&] { pages = claimMap(definition_.ownedMap); });
     findings_.attempt(where_, [&] { checkFreeMap(pages, definition_.freeMap, ""); });
-    const auto owner = places_.owners.add("table " + checkName(table_.name()));
+    const auto owner = places_.owners.add("table " + toUtf8(table_.name()));
     for (const std::uint32_t number : pages) {
       if (!places_.owners.claimOnce(number, owner)) continue;
       if (!findings_.attempt(where_, [&] { checkDataPage(number); })) whole_ = false;
@@ -120,7 +121,8 @@ class TableCheck {
     }
     for (std::uint32_t slot = 0; slot < data.slotCount(); ++slot) {
       const RowId id{number, static_cast<std::uint8_t>(slot)};
-      if (!findings_.attempt(where_ + ", " + checkName(id), [&] { checkSlot(data, id); })) whole_ = false;
+      if (!findings_.attempt([&] { return where_ + ", " + checkName(id); }, [&] { checkSlot(data, id); }))
+        whole_ = false;
     }
   }
 
@@ -145,7 +147,10 @@ class TableCheck {
 
   void checkValue(const Row& row, std::size_t position) {
     const ColumnDefinition& column = definition_.columns[position];
-    findings_.attempt(where_ + ", " + checkName(row.id()) + ", column " + checkName(column.name), [&] {
+    const auto where = [&] {
+      return where_ + ", " + checkName(row.id()) + ", column " + toUtf8(column.name);
+    };
+    findings_.attempt(where, [&] {
       row.value(position);
       if (!column.isLongValue()) return;
       if (const auto reference = row.stored(position))
@@ -201,13 +206,13 @@ class TableCheck {
     for (std::size_t i = 0; i < definition_.columns.size(); ++i) {
       const ColumnDefinition& column = definition_.columns[i];
       if (!column.isLongValue()) continue;
-      findings_.attempt(where_ + ", column " + checkName(column.name), [&] { checkLongValueMap(column, i); });
+      findings_.attempt(where_ + ", column " + toUtf8(column.name), [&] { checkLongValueMap(column, i); });
     }
   }
 
   void checkLongValueMap(const ColumnDefinition& column, std::size_t position) {
     const std::set<std::uint32_t>& used = longValuePages_[position];
-    const std::string of = " of column " + checkName(column.name);
+    const std::string of = " of column " + toUtf8(column.name);
     if (column.longValueOwnedMap == 0) {
       if (!used.empty()) error("the long values" + of + " have no page map");
       return;
@@ -215,7 +220,7 @@ class TableCheck {
     const std::vector<std::uint32_t> pages = claimMap(column.longValueOwnedMap);
     checkFreeMap(pages, column.longValueFreeMap, of);
     const auto owner =
-        places_.owners.add("the long values of " + checkName(table_.name()) + "." + checkName(column.name));
+        places_.owners.add("the long values of " + toUtf8(table_.name()) + "." + toUtf8(column.name));
     for (const std::uint32_t number : pages) {
       if (places_.owners.claimOnce(number, owner)) checkLongValuePage(number);
     }

@@ -46,13 +46,23 @@ void checkLengths(const ByteReader& bytes, const Format& format, const IndexLayo
   }
 }
 
+std::string_view asText(const std::uint8_t* bytes, std::size_t length) {
+  return {reinterpret_cast<const char*>(bytes), length};
+}
+
 void checkOrder(const ByteReader& bytes, const Format& format, const IndexLayout& layout) {
   const std::size_t child = layout.leaf ? 0 : 4;
+  const auto shared = bytes.slice(format.indexEntries, layout.prefixLength);
   std::size_t start = format.indexEntries + layout.prefixLength;
-  std::span<const std::uint8_t> before;
+  std::string_view before;
   for (const std::uint16_t end : layout.ends) {
-    const auto entry = bytes.slice(start, end - start - child);
-    bytes.check(std::ranges::lexicographical_compare(before, entry), "index entries are out of order");
+    const auto own = bytes.slice(start, end - start - child);
+    const std::string_view entry = asText(own.data(), own.size());
+    if (!before.empty() && !(before < entry)) {
+      const std::string prefix(asText(shared.data(), shared.size()));
+      bytes.check(entriesAscend(prefix + std::string(before), prefix + std::string(entry)),
+                  "index entries are out of order");
+    }
     before = entry;
     start = end;
   }
@@ -78,10 +88,6 @@ std::unique_ptr<IndexLayout> readLayout(const Page& page, const Format& format) 
   return layout;
 }
 
-std::string_view asText(const std::uint8_t* bytes, std::size_t length) {
-  return {reinterpret_cast<const char*>(bytes), length};
-}
-
 std::uint32_t bigEndian(std::string_view bytes) {
   std::uint32_t value = 0;
   for (const char byte : bytes) value = value << 8 | static_cast<unsigned char>(byte);
@@ -89,6 +95,11 @@ std::uint32_t bigEndian(std::string_view bytes) {
 }
 
 }  // namespace
+
+bool entriesAscend(std::string_view before, std::string_view after) {
+  constexpr std::size_t row = 4;
+  return before < after || before.substr(0, before.size() - row) < after.substr(0, after.size() - row);
+}
 
 IndexPage::IndexPage(const Page& page, const Format& format, std::uint32_t owner)
     : page_(&page), format_(&format) {
@@ -159,12 +170,6 @@ bool IndexPage::startsWith(std::size_t entry, std::string_view probe) const {
   const std::string_view shared = prefix();
   if (probe.size() <= shared.size()) return shared.starts_with(probe);
   return probe.starts_with(shared) && rest(entry).starts_with(probe.substr(shared.size()));
-}
-
-int IndexPage::compare(std::size_t entry, std::string_view bytes) const {
-  const std::string_view shared = prefix();
-  const int order = shared.compare(bytes.substr(0, shared.size()));
-  return order != 0 ? order : rest(entry).compare(bytes.substr(shared.size()));
 }
 
 }  // namespace jet

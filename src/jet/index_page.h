@@ -25,6 +25,10 @@ struct IndexLayout {
   }
 };
 
+// Whether two entries (key and row) may follow each other. Their order is that of their bytes; where one key
+// is the beginning of another, which only an empty binary is, also that of the keys alone.
+bool entriesAscend(std::string_view before, std::string_view after);
+
 // A page of an index tree: a view, the page must outlive it. An entry is the key of a row, then the row (page
 // 3 bytes, slot 1 byte, big endian); in a node it describes the last entry of a child, whose page follows (4
 // bytes, big endian). Entries are in ascending order of key and row.
@@ -54,8 +58,6 @@ class IndexPage {
   bool startsWith(std::size_t entry, std::string_view probe) const;
   // Length of the key without the row.
   std::size_t keySize(std::size_t entry) const { return sortedSize(entry) - rowSize; }
-  // Key and row of an entry against a text of bytes.
-  int compare(std::size_t entry, std::string_view bytes) const;
 
  private:
   static constexpr std::size_t rowSize = 4;
