@@ -23,6 +23,12 @@ class Zahlungsverkehr {
                                   const QString& eigeneBIC, QString& pfad);
 
  private:
+  bool ablehnen(const QString& grund) const;
+  // The message id of the year's first number without a file; empty when all are taken.
+  QString freieNummer(const QDateTime& jetzt) const;
+  QString dateipfad(const QString& meldung) const;
+  bool schreiben(const QString& pfad, const QByteArray& inhalt, const UeberweisungT& tabelle);
+
   const Prozesswerte& werte_;
   DateienFinden& dateien_;
   Protokoll& protokoll_;

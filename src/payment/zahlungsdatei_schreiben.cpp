@@ -1,0 +1,80 @@
+#include "payment/zahlungsdatei_schreiben.h"
+
+namespace pelvanto {
+
+namespace {
+
+QString fehlertext(const Dateifehler& fehler) {
+  return QStringLiteral("Fehler %1 (").arg(fehler.nummer) + fehler.beschreibung + u')';
+}
+
+class Schreibvorgang {
+ public:
+  Schreibvorgang(DateienFinden& dateien, const QString& pfad, const QByteArray& inhalt)
+      : dateien_(dateien), pfad_(pfad), vorlaeufig_(pfad + QStringLiteral(".tmp")), inhalt_(inhalt) {}
+
+  // Why it failed; empty when the file is there.
+  QString ausfuehren() {
+    Dateifehler fehler = dateien_.dateisystem().schreiben(vorlaeufig_, inhalt_);
+    if (!fehler.ok()) {
+      return fehlertext(fehler);
+    }
+    if (!enthaeltDenInhalt(vorlaeufig_)) {
+      return QStringLiteral("Die geschriebene Datei konnte nicht fehlerfrei zurückgelesen werden");
+    }
+    umbenannt_ = dateien_.DateiUmbenennen(vorlaeufig_, pfad_, false);
+    if (!umbenannt_ || !dateien_.DateiVorhanden(pfad_)) {
+      return QStringLiteral("Die Datei konnte nicht umbenannt werden");
+    }
+    fehler = dateien_.dateisystem().ordnerSpuelen(OrdnerAusPfad(pfad_));
+    if (!fehler.ok()) {
+      return fehlertext(fehler);
+    }
+    return enthaeltDenInhalt(pfad_)
+               ? QString()
+               : QStringLiteral("Die geschriebene Datei konnte nicht fehlerfrei zurückgelesen werden");
+  }
+
+  // Removes what this call has made, never a file of somebody else; answers what is still there.
+  QStringList aufraeumen() {
+    QStringList uebrig;
+    const bool eigene = umbenannt_ || enthaeltDenInhalt(pfad_);
+    for (const QString& datei : {vorlaeufig_, eigene ? pfad_ : QString()}) {
+      if (!datei.isEmpty() && !dateien_.DateiLoeschen(datei, 4)) {
+        uebrig << datei;
+      }
+    }
+    return uebrig;
+  }
+
+ private:
+  bool enthaeltDenInhalt(const QString& datei) const {
+    QByteArray gelesen;
+    return dateien_.dateisystem().lesen(datei, gelesen).ok() && gelesen == inhalt_;
+  }
+
+  DateienFinden& dateien_;
+  const QString& pfad_;
+  const QString vorlaeufig_;
+  const QByteArray& inhalt_;
+  bool umbenannt_ = false;
+};
+
+}  // namespace
+
+Schreibergebnis dauerhaftSchreiben(DateienFinden& dateien, Protokoll& protokoll, const QString& pfad,
+                                   const QByteArray& inhalt) {
+  protokoll.schreiben(QStringLiteral("Datei wird jetzt geschrieben: ") + pfad);
+  Schreibvorgang vorgang(dateien, pfad, inhalt);
+  Schreibergebnis ergebnis{vorgang.ausfuehren(), {}};
+  if (ergebnis.fehler.isEmpty()) {
+    protokoll.schreiben(pfad + QStringLiteral(" geschrieben."), 4);
+    return ergebnis;
+  }
+  protokoll.fehler(QStringLiteral("Datei konnte nicht geschrieben werden: ") + pfad);
+  protokoll.fehler(ergebnis.fehler, 4);
+  ergebnis.uebrig = vorgang.aufraeumen();
+  return ergebnis;
+}
+
+}  // namespace pelvanto
