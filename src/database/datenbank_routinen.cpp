@@ -1,5 +1,8 @@
 #include "database/datenbank_routinen.h"
 
+#include <cstdint>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace pelvanto {
@@ -7,6 +10,19 @@ namespace {
 
 constexpr int kVersuche = 5;
 constexpr int kPauseMillisekunden = 500;
+
+// Size and time of the last change; unlike the change stamp it needs no readable header. nullopt if the file
+// cannot be opened.
+using Schreibspur = std::optional<std::pair<std::uint64_t, std::int64_t>>;
+
+Schreibspur schreibspur(jet::FileSystem& dateien, const QString& pfad) {
+  try {
+    const std::unique_ptr<jet::File> datei = dateien.openShared(alsDateipfad(pfad));
+    return std::pair{datei->size(), datei->lastWriteTime()};
+  } catch (const jet::Error&) {
+    return std::nullopt;
+  }
+}
 
 }  // namespace
 
@@ -37,14 +53,14 @@ std::unique_ptr<Verbindung> DatenbankRoutinen::direktOeffnen(const QString& Pfad
 bool DatenbankRoutinen::DatenbankOeffnenVersuch(std::unique_ptr<Verbindung>& Verbindung, const QString& Pfad,
                                                 bool Schreibgeschuetzt, bool& Beschaedigt) {
   Verbindung.reset();
-  const std::optional<jet::ChangeStamp> vorher = stand(Pfad);
+  const Schreibspur vorher = schreibspur(jetDateien_, Pfad);
   try {
     Verbindung = direktOeffnen(Pfad, Schreibgeschuetzt);
     return true;
   } catch (Datenbankfehler fehler) {
     // What looks damaged while another program is writing is only half written: nobody may offer to replace
     // such a file.
-    if (istBeschaedigung(fehler) && vorher != stand(Pfad)) {
+    if (istBeschaedigung(fehler) && vorher != schreibspur(jetDateien_, Pfad)) {
       fehler = alsDatenbankfehler(jet::Error(jet::ErrorKind::Busy, {}), Pfad);
     }
     if (istBeschaedigung(fehler)) Beschaedigt = true;
