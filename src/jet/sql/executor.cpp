@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "jet/error.h"
 #include "jet/index.h"
@@ -22,6 +23,7 @@ class Executor {
       const ColumnDefinition& column = select_.definition(output);
       result_.columns.push_back({column.name, column.type});
     }
+    findOrderOutputs();
     work_.order.begin(select_.tables.size());
     readLevel(0);
     for (std::size_t level = 0; level < plan_.stepCount; ++level) work_.levels[level].row = Row();
@@ -84,6 +86,7 @@ class Executor {
     own.found.clear();
     if (!index.lookup(own.indexValues, own.found)) return probe(level, step);
 
+    expectRows(own.found.size());
     std::uint64_t inVain = 0;
     for (const RowId id : own.found) {
       table.fetch(id, own.row);
@@ -116,6 +119,13 @@ class Executor {
       table.fetch(RowId::fromPointer(entry.row), own.row);
       if (holds(step)) readLevel(level + 1);
     }
+  }
+
+  // Room for about so many more rows at once.
+  void expectRows(std::size_t rows) {
+    const std::size_t wanted = result_.cells.size() + rows * select_.outputs.size();
+    if (wanted > result_.cells.capacity())
+      result_.cells.reserve(std::max(wanted, 2 * result_.cells.capacity()));
   }
 
   // The value the column must equal; nullptr for Null, which equals nothing.
@@ -166,32 +176,55 @@ class Executor {
     }
   }
 
+  // Where the columns of ORDER BY stand among the outputs.
+  void findOrderOutputs() {
+    for (const BoundOrder& order : select_.order) {
+      const auto found = std::ranges::find(select_.outputs, order.column);
+      orderOutputs_.push_back(static_cast<std::size_t>(found - select_.outputs.begin()));
+    }
+  }
+
   void emit() {
+    const std::size_t firstCell = result_.cells.size();
     for (const BoundColumn output : select_.outputs) {
       result_.cells.push_back(rowOf(output.table).value(output.column));
     }
     for (std::uint8_t table = 0; table < select_.tables.size(); ++table) {
       work_.order.addPlace(rowOf(table).id());
     }
-    for (const BoundOrder& order : select_.order) {
-      appendOrderKey(rowOf(order.column.table), order.column.column, select_.definition(order.column).type,
-                     order.descending, work_.text, work_.order.key());
+    for (std::size_t i = 0; i < select_.order.size(); ++i) {
+      const BoundOrder& order = select_.order[i];
+      const std::size_t output = orderOutputs_[i];
+      if (output < select_.outputs.size()) {
+        appendOrderKey(result_.cells[firstCell + output], order.descending, work_.order.key());
+      } else {
+        appendOrderKey(rowOf(order.column.table).value(order.column.column), order.descending,
+                       work_.order.key());
+      }
     }
     work_.order.endRow();
   }
 
+  // Moves the rows to their places, circle by circle.
   void putInOrder() {
-    const std::vector<std::uint32_t> order = work_.order.sorted();
-    if (order.empty()) return;
-    std::vector<Value> cells;
-    cells.reserve(result_.cells.size());
+    std::vector<std::uint32_t> source = work_.order.sorted();
     const std::size_t width = select_.outputs.size();
-    for (const std::size_t row : order) {
-      for (std::size_t column = 0; column < width; ++column) {
-        cells.push_back(std::move(result_.cells[row * width + column]));
+    const auto cells = [&](std::size_t row) {
+      return result_.cells.begin() + static_cast<std::ptrdiff_t>(row * width);
+    };
+    std::vector<Value> lifted(width);
+    for (std::uint32_t start = 0; start < source.size(); ++start) {
+      if (source[start] == start) continue;
+      std::move(cells(start), cells(start) + static_cast<std::ptrdiff_t>(width), lifted.begin());
+      std::uint32_t gap = start;
+      while (source[gap] != start) {
+        const std::uint32_t from = std::exchange(source[gap], gap);
+        std::move(cells(from), cells(from) + static_cast<std::ptrdiff_t>(width), cells(gap));
+        gap = from;
       }
+      source[gap] = gap;
+      std::move(lifted.begin(), lifted.end(), cells(gap));
     }
-    result_.cells = std::move(cells);
   }
 
   const BoundSelect& select_;
@@ -199,6 +232,7 @@ class Executor {
   AccessPaths& paths_;
   Workspace& work_;
   std::array<std::size_t, 256> levelOf_{};  // by table: the step that reads it
+  std::vector<std::size_t> orderOutputs_;   // by column of ORDER BY; beyond the outputs: not among them
   ResultSet result_;
 };
 

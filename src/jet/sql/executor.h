@@ -21,7 +21,6 @@ struct Workspace {
   std::vector<Level> levels;
   ResultOrder order;
   Scalar left, right;
-  Text text;
   std::string buffer;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <string_view>
 
 #include "jet/collation.h"
 
@@ -57,7 +58,9 @@ void appendBinary(const Bytes& bytes, std::string& key) {
 void appendValue(const Value& value, std::string& key) {
   constexpr std::uint32_t sign32 = std::uint32_t{1} << 31;
   constexpr std::uint64_t sign64 = std::uint64_t{1} << 63;
-  if (const auto* number = std::get_if<std::int32_t>(&value)) {
+  if (const auto* text = std::get_if<Text>(&value)) {
+    collation::appendSortKey(*text, key);
+  } else if (const auto* number = std::get_if<std::int32_t>(&value)) {
     appendBigEndian(static_cast<std::uint32_t>(*number) ^ sign32, key);
   } else if (const auto* truth = std::get_if<bool>(&value)) {
     key += static_cast<char>(*truth ? 0 : 1);
@@ -78,28 +81,20 @@ void appendValue(const Value& value, std::string& key) {
   }
 }
 
-std::uint64_t firstEightBytes(const char* bytes, std::size_t length) {
-  std::uint64_t prefix = 0;
+std::uint64_t eightBytes(std::string_view bytes) {
+  std::uint64_t number = 0;
   for (std::size_t i = 0; i < 8; ++i) {
-    prefix = prefix << 8 | (i < length ? static_cast<std::uint8_t>(bytes[i]) : 0U);
+    number = number << 8 | (i < bytes.size() ? static_cast<std::uint8_t>(bytes[i]) : 0U);
   }
-  return prefix;
+  return number;
 }
 
 }  // namespace
 
-void appendOrderKey(const Row& row, std::size_t column, ColumnType type, bool descending, Text& text,
-                    std::string& key) {
+void appendOrderKey(const Value& value, bool descending, std::string& key) {
   const std::size_t begin = key.size();
-  if (type == ColumnType::Text || type == ColumnType::Memo) {
-    const bool present = row.asText(column, text);
-    key += present ? presentMark : nullMark;
-    if (present) collation::appendSortKey(text, key);
-  } else {
-    const Value value = row.value(column);
-    key += isNull(value) ? nullMark : presentMark;
-    appendValue(value, key);
-  }
+  key += isNull(value) ? nullMark : presentMark;
+  appendValue(value, key);
   if (!descending) return;
   for (std::size_t i = begin; i < key.size(); ++i) key[i] = static_cast<char>(~key[i]);
 }
@@ -116,12 +111,15 @@ void ResultOrder::endRow() {
   if (!entries_.empty()) entry.begin = entries_.back().begin + entries_.back().length;
   entry.length = static_cast<std::uint32_t>(keys_.size() - entry.begin);
   entry.number = static_cast<std::uint32_t>(entries_.size());
-  entry.prefix = firstEightBytes(keys_.data() + entry.begin, entry.length);
+  const std::string_view key = std::string_view(keys_).substr(entry.begin);
+  entry.first = eightBytes(key);
+  entry.second = key.size() > 8 ? eightBytes(key.substr(8)) : 0;
   entries_.push_back(entry);
 }
 
 bool ResultOrder::less(const Entry& left, const Entry& right) const {
-  if (left.prefix != right.prefix) return left.prefix < right.prefix;
+  if (left.first != right.first) return left.first < right.first;
+  if (left.second != right.second) return left.second < right.second;
   const int order =
       std::memcmp(keys_.data() + left.begin, keys_.data() + right.begin, std::min(left.length, right.length));
   if (order != 0) return order < 0;

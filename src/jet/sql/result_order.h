@@ -9,11 +9,9 @@
 
 namespace jet::sql {
 
-// Appends bytes whose order is the database's order of the column's values, Null first (last if descending).
-// No key is the start of another, so that keys of several columns can follow one another. `text` is working
-// memory.
-void appendOrderKey(const Row& row, std::size_t column, ColumnType type, bool descending, Text& text,
-                    std::string& key);
+// Appends bytes whose order is the database's order of a column's values, Null first (last if descending). No
+// key is the start of another key of that column, so that keys of several columns can follow one another.
+void appendOrderKey(const Value& value, bool descending, std::string& key);
 
 // Puts result rows in order: by their keys, equal ones by the stored places of the rows they are made of.
 class ResultOrder {
@@ -30,7 +28,7 @@ class ResultOrder {
 
  private:
   struct Entry {
-    std::uint64_t prefix = 0;  // the first 8 bytes of the key as a number
+    std::uint64_t first = 0, second = 0;  // the first 16 bytes of the key as numbers
     std::size_t begin = 0;
     std::uint32_t length = 0;
     std::uint32_t number = 0;
