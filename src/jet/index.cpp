@@ -12,7 +12,7 @@ namespace jet {
 namespace {
 
 // A page holds dozens of entries, so no file of the format's greatest size comes near.
-constexpr int greatestDepth = 12;
+constexpr std::size_t greatestDepth = 12;
 constexpr char16_t replacement = u'\uFFFD';
 
 bool containsReplacement(const Value& value) {
@@ -61,7 +61,7 @@ IndexPage Index::view(const PageRef& page) const { return {*page, file_.format()
 PageRef Index::leafFor(std::string_view probe) const {
   std::uint32_t number = definition().root;
   std::uint32_t from = table_.definition().page;
-  for (int depth = 0; depth < greatestDepth; ++depth) {
+  for (std::size_t depth = 0; depth < greatestDepth; ++depth) {
     PageRef page = load(number, from);
     const IndexPage node = view(page);
     if (node.isLeaf()) return page;
@@ -71,33 +71,23 @@ PageRef Index::leafFor(std::string_view probe) const {
   throw Error(ErrorKind::Damaged, "an index tree is too deep", from);
 }
 
-PageRef Index::edgeLeaf(Edge edge) const {
-  std::uint32_t number = definition().root;
-  std::uint32_t from = table_.definition().page;
-  for (int depth = 0; depth < greatestDepth; ++depth) {
-    PageRef page = load(number, from);
-    const IndexPage node = view(page);
-    if (node.isLeaf()) return page;
-    from = number;
-    number = node.child(edge == Edge::First ? 0 : node.count());
-  }
-  throw Error(ErrorKind::Damaged, "an index tree is too deep", from);
+PageRef Index::leafAfter(const PageRef& leaf) const {
+  PageRef page = load(view(leaf).next(), leaf->number);
+  checkNeighbours(leaf, page);
+  return page;
 }
 
-PageRef Index::leafAfter(const PageRef& leaf) const {
-  const IndexPage before = view(leaf);
-  PageRef page = load(before.next(), before.number());
-  const IndexPage after = view(page);
+void Index::checkNeighbours(const PageRef& leaf, const PageRef& page) const {
+  const IndexPage before = view(leaf), after = view(page);
   const ByteReader blame = page->reader();
   blame.check(after.isLeaf(), "an index leaf is followed by a page that is none");
-  blame.check(after.previous() == before.number(), "the links between index leaves contradict each other");
-  if (before.count() > 0 && after.count() > 0) {
-    std::string last, first;
-    before.keyAndRow(before.count() - 1, last);
-    after.keyAndRow(0, first);
-    blame.check(entriesAscend(last, first), "index leaves are out of order");
-  }
-  return page;
+  blame.check(before.next() == after.number() && after.previous() == before.number(),
+              "the links between index leaves contradict each other");
+  if (before.count() == 0 || after.count() == 0) return;
+  std::string last, first;
+  before.keyAndRow(before.count() - 1, last);
+  after.keyAndRow(0, first);
+  blame.check(entriesAscend(last, first), "index leaves are out of order");
 }
 
 void Index::checkLeafBefore(const IndexPage& leaf, std::string_view probe) const {
@@ -128,6 +118,7 @@ bool Index::probeFor(std::span<const Value> values, std::string& probe) const {
 bool Index::lookup(std::span<const Value> values, std::vector<RowId>& rows) const {
   std::string probe;
   if (!probeFor(values, probe)) return false;
+  const std::size_t known = rows.size();
   PageRef page = leafFor(probe);
   IndexPage leaf = view(page);
   std::size_t entry = leaf.lowerBound(probe);
@@ -141,7 +132,8 @@ bool Index::lookup(std::span<const Value> values, std::vector<RowId>& rows) cons
     page->reader().check(leaves < file_.pageCount(), "index leaves form a circle");
     page = leafAfter(page);
     leaf = view(page);
-    entry = 0;
+    // Once a row was found the next ones follow at once; before that a node may have led here too early.
+    entry = rows.size() == known ? leaf.lowerBound(probe) : 0;
   }
 }
 
@@ -172,25 +164,47 @@ std::optional<std::string> Index::keyOf(const Row& row) const {
   return key;
 }
 
+PageRef IndexWalk::descend(std::uint32_t number, std::uint32_t from) {
+  for (;;) {
+    PageRef page = index_->load(number, from);
+    const IndexPage node = index_->view(page);
+    if (node.isLeaf()) return page;
+    page->reader().check(above_.size() < greatestDepth, "an index tree is too deep");
+    from = number;
+    number = node.child(0);
+    above_.push_back({std::move(page), 0});
+  }
+}
+
+PageRef IndexWalk::leafBehind() {
+  while (!above_.empty()) {
+    Step& step = above_.back();
+    const IndexPage node = index_->view(step.node);
+    const std::size_t children = node.count() + (node.tail() != 0 ? 1 : 0);
+    if (++step.child < children) return descend(node.child(step.child), node.number());
+    above_.pop_back();
+  }
+  return nullptr;
+}
+
 bool IndexWalk::nextLeaf() {
   position_ = 0;
-  ++leavesSeen_;
   if (!started_) {
     started_ = true;
-    leaf_ = index_->edgeLeaf(Index::Edge::First);
+    leaf_ = descend(index_->definition().root, index_->table_.definition().page);
     leaf_->reader().check(index_->view(leaf_).previous() == 0, "the first index leaf has one before it");
     return true;
   }
   if (leaf_ == nullptr) return false;
-  leaf_->reader().check(leavesSeen_ <= index_->file_.pageCount(), "index leaves form a circle");
-  if (index_->view(leaf_).next() != 0) {
-    leaf_ = index_->leafAfter(leaf_);
-    return true;
+  leaf_->reader().check(++leavesSeen_ < index_->file_.pageCount(), "index leaves form a circle");
+  PageRef behind = leafBehind();
+  if (behind != nullptr) {
+    index_->checkNeighbours(leaf_, behind);
+  } else {
+    leaf_->reader().check(index_->view(leaf_).next() == 0, "the last index leaf has one behind it");
   }
-  leaf_->reader().check(index_->edgeLeaf(Index::Edge::Last)->number == leaf_->number,
-                        "the links between index leaves end too early");
-  leaf_.reset();
-  return false;
+  leaf_ = std::move(behind);
+  return leaf_ != nullptr;
 }
 
 bool IndexWalk::next(IndexEntry& entry) {

@@ -32,11 +32,23 @@ class IndexWalk {
 
  private:
   friend class Index;
+  // A node above the leaf, and the child that was taken.
+  struct Step {
+    PageRef node;
+    std::size_t child = 0;
+  };
+
   explicit IndexWalk(const class Index& index) : index_(&index) {}
-  // Moves to the next leaf, the first one at the start; false behind the last one.
+  // Moves to the next leaf, the first one at the start; false behind the last one. Goes by the nodes, so that
+  // no leaf is missed, and checks the links on the way.
   bool nextLeaf();
+  // The leaf below `number` that comes first; `from` names it.
+  PageRef descend(std::uint32_t number, std::uint32_t from);
+  // The first leaf behind the present one; null at the end.
+  PageRef leafBehind();
 
   const class Index* index_;
+  std::vector<Step> above_;
   PageRef leaf_;
   std::size_t position_ = 0;
   std::uint32_t leavesSeen_ = 0;
@@ -67,15 +79,15 @@ class Index {
 
  private:
   friend class IndexWalk;
-  enum class Edge { First, Last };
 
   IndexPage view(const PageRef& page) const;
   PageRef load(std::uint32_t number, std::uint32_t from) const { return file_.page(number, from); }
   // The leaf where entries from `probe` on begin.
   PageRef leafFor(std::string_view probe) const;
-  PageRef edgeLeaf(Edge edge) const;
-  // The leaf behind `leaf`, linked and ordered rightly.
+  // The leaf that `leaf` links to.
   PageRef leafAfter(const PageRef& leaf) const;
+  // That two leaves are linked and ordered rightly.
+  void checkNeighbours(const PageRef& before, const PageRef& after) const;
   // That all entries of the leaf before are less than `probe`.
   void checkLeafBefore(const IndexPage& leaf, std::string_view probe) const;
   // The probe for `lookup`; false where `lookup` has to give up.
