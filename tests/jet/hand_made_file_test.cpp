@@ -1,0 +1,217 @@
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <string_view>
+
+#include "common/memory_files.h"
+#include "jet/error.h"
+#include "jet/header.h"
+#include "jet/table.h"
+#include "jet/usage_map.h"
+
+namespace jet {
+namespace {
+
+// A file put together byte by byte, for what neither Access nor our own creator leaves in small files.
+class HandMade {
+ public:
+  HandMade(const Format& format, std::uint32_t pages) : format_(format), content_(format.pageSize * pages) {
+    constexpr std::string_view name = "Standard Jet DB";
+    content_[1] = 1;
+    std::copy(name.begin(), name.end(), content_.begin() + 4);
+    content_[0x14] = format.version == 4 ? 1 : 0;
+    maskHeader(std::span(content_).first(format.pageSize), format);
+  }
+
+  void put(std::uint32_t page, std::size_t offset, std::uint64_t value, unsigned bytes) {
+    for (unsigned i = 0; i < bytes; ++i) {
+      content_[page * format_.pageSize + offset + i] = static_cast<std::uint8_t>(value >> (8 * i));
+    }
+  }
+  void setType(std::uint32_t page, PageType type) {
+    put(page, 0, static_cast<std::uint8_t>(type), 1);
+    put(page, 1, 1, 1);
+  }
+  void dataPage(std::uint32_t page, std::uint32_t owner, const std::vector<std::vector<std::uint8_t>>& rows) {
+    setType(page, PageType::Data);
+    put(page, format_.dataOwner, owner, 4);
+    put(page, format_.dataRowCount, rows.size(), 2);
+    std::size_t start = format_.pageSize;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      start -= rows[i].size();
+      std::copy(rows[i].begin(), rows[i].end(),
+                content_.begin() + static_cast<std::ptrdiff_t>(page * format_.pageSize + start));
+      put(page, format_.dataSlots + 2 * i, start, 2);
+    }
+  }
+  PageFile open(MemoryFiles& files) const {
+    files.put("hand.mdb", content_);
+    return {files, "hand.mdb", 1u << 20};
+  }
+
+ private:
+  const Format& format_;
+  std::vector<std::uint8_t> content_;
+};
+
+std::vector<std::uint8_t> inlineMap(std::uint32_t start, std::vector<std::uint8_t> bits) {
+  std::vector<std::uint8_t> row{0};
+  for (unsigned i = 0; i < 4; ++i) row.push_back(static_cast<std::uint8_t>(start >> (8 * i)));
+  row.insert(row.end(), bits.begin(), bits.end());
+  return row;
+}
+
+std::vector<std::uint8_t> referenceMap(const std::vector<std::uint32_t>& pages) {
+  std::vector<std::uint8_t> row{1};
+  for (const std::uint32_t page : pages) {
+    for (unsigned i = 0; i < 4; ++i) row.push_back(static_cast<std::uint8_t>(page >> (8 * i)));
+  }
+  return row;
+}
+
+using Pages = std::vector<std::uint32_t>;
+
+TEST(UsageMap, BothKindsOfAnyLength) {
+  HandMade file(jet4, 40);
+  file.dataPage(2, 0,
+                {inlineMap(0, {0x80, 0x01}),   // pages 7 and 8
+                 inlineMap(32, {0x81, 0x01}),  // 32, 39, and 40, which is not there
+                 inlineMap(0, {0x01}),         // page 0 belongs to nobody
+                 inlineMap(16, {}),            // no bit at all
+                 referenceMap({3, 0, 900}),
+                 referenceMap({3, 3}),
+                 referenceMap({2}),
+                 inlineMap(0xFFFFF8, {0xFF, 0x01}),
+                 {0, 0, 0, 0},
+                 {2, 0, 0, 0, 0}});
+  file.setType(3, PageType::UsageBitmap);
+  file.put(3, 4, 0x20, 1);
+  file.put(3, 4 + 4, 0x02, 1);
+  file.put(3, 4095, 0x80, 1);
+  MemoryFiles files;
+  const PageFile pages = file.open(files);
+  struct Case {
+    std::uint8_t row;
+    Pages pages;
+    int warnings;
+  };
+  const Case cases[] = {{0, {7, 8}, 0}, {1, {32, 39}, 1}, {2, {}, 1}, {3, {}, 0}, {4, {5, 33}, 1}};
+  for (const Case& each : cases) {
+    int warnings = 0;
+    EXPECT_EQ(readUsageMap(pages, 2u << 8 | each.row, 1, [&](const auto&) { ++warnings; }), each.pages);
+    EXPECT_EQ(warnings, each.warnings) << int{each.row};
+  }
+  for (const std::uint32_t pointer :
+       {2u << 8 | 5, 2u << 8 | 6, 2u << 8 | 7, 2u << 8 | 8, 2u << 8 | 9, 2u << 8 | 10, 0u}) {
+    EXPECT_THROW(readUsageMap(pages, pointer, 1), Error) << (pointer & 0xFF);
+  }
+}
+
+TEST(UsageMap, LiesOnlyOnPagesForMaps) {
+  HandMade file(jet4, 4);
+  file.dataPage(1, 1, {inlineMap(0, {0x04})});
+  file.dataPage(2, 1, {inlineMap(0, {0x04})});
+  MemoryFiles files;
+  const PageFile pages = file.open(files);
+  EXPECT_EQ(readUsageMap(pages, 1u << 8, 0), Pages{2});
+  EXPECT_THROW(readUsageMap(pages, 2u << 8, 0), Error) << "a data page of a table";
+}
+
+// Three texts and a long value in the form of Access 97, where offsets are single bytes and rows longer than
+// 256 bytes carry a table of the places where another 256 begins.
+std::vector<std::uint8_t> jet3Row(std::int32_t number, const std::vector<std::string>& texts) {
+  std::vector<std::uint8_t> row{static_cast<std::uint8_t>(texts.size() + 1)};
+  for (unsigned i = 0; i < 4; ++i) row.push_back(static_cast<std::uint8_t>(number >> (8 * i)));
+  std::vector<std::size_t> offsets;
+  for (const std::string& text : texts) {
+    offsets.push_back(row.size());
+    row.insert(row.end(), text.begin(), text.end());
+  }
+  offsets.push_back(row.size());
+  // The jump table's own bytes count in the row's length.
+  std::size_t jumps = 0;
+  while ((row.size() + offsets.size() + jumps + 2 - 1) / 256 > jumps) ++jumps;
+  for (std::size_t i = offsets.size(); i-- > 0;) row.push_back(static_cast<std::uint8_t>(offsets[i]));
+  for (std::size_t border = jumps; border > 0; --border) {
+    std::size_t first = 0;
+    while (first < offsets.size() && offsets[first] < 256 * border) ++first;
+    row.push_back(first < offsets.size() ? static_cast<std::uint8_t>(first) : std::uint8_t{0xFF});
+  }
+  row.push_back(static_cast<std::uint8_t>(texts.size()));
+  row.push_back(static_cast<std::uint8_t>((1u << (texts.size() + 1)) - 1));
+  return row;
+}
+
+TableDefinition jet3Definition(std::size_t texts, std::uint32_t rows) {
+  TableDefinition definition;
+  definition.page = 2;
+  definition.rowCount = rows;
+  definition.maxColumns = static_cast<std::uint16_t>(texts + 1);
+  definition.variableColumns = static_cast<std::uint16_t>(texts);
+  definition.ownedMap = 1u << 8;
+  ColumnDefinition number;
+  number.type = ColumnType::Long;
+  number.flags = column_flag::fixed;
+  number.length = 4;
+  definition.columns.push_back(number);
+  for (std::size_t i = 0; i < texts; ++i) {
+    ColumnDefinition column;
+    column.type = ColumnType::Text;
+    column.number = static_cast<std::uint16_t>(i + 1);
+    column.variableIndex = static_cast<std::uint16_t>(i);
+    column.length = 255;
+    definition.columns.push_back(column);
+  }
+  return definition;
+}
+
+TEST(Jet3Row, JumpsOverBordersOf256Bytes) {
+  const std::vector<std::vector<std::size_t>> lengths{
+      {3, 0, 5, 1},     {255, 1, 0, 0},   {250, 0, 0, 0},       {251, 0, 0, 3},       {200, 47, 0, 0},
+      {200, 46, 1, 0},  {255, 255, 2, 0}, {100, 255, 255, 255}, {255, 255, 255, 255}, {0, 0, 0, 255},
+      {1, 250, 251, 9}, {241, 0, 0, 0},   {242, 0, 0, 0},       {243, 0, 0, 0},       {244, 0, 0, 0},
+      {245, 0, 0, 0},   {246, 0, 0, 0},   {247, 0, 0, 0}};
+  for (std::size_t i = 0; i < lengths.size(); ++i) {
+    std::vector<std::string> texts;
+    for (std::size_t j = 0; j < lengths[i].size(); ++j) {
+      texts.emplace_back(lengths[i][j], static_cast<char>('a' + (i + j) % 26));
+    }
+    HandMade file(jet3, 4);
+    file.dataPage(1, 1, {inlineMap(0, {0x08})});
+    file.dataPage(3, 2, {jet3Row(static_cast<std::int32_t>(i) - 5, texts)});
+    MemoryFiles files;
+    const PageFile pages = file.open(files);
+    const Table table(pages, u"Alt", jet3Definition(texts.size(), 1), {});
+    TableScan scan = table.scan();
+    Row row;
+    ASSERT_TRUE(scan.next(row));
+    EXPECT_EQ(row.value(0), Value(static_cast<std::int32_t>(i) - 5));
+    for (std::size_t j = 0; j < texts.size(); ++j) {
+      EXPECT_EQ(row.value(j + 1), Value(Text(texts[j].begin(), texts[j].end())))
+          << "row " << i << ", text " << j;
+    }
+    EXPECT_FALSE(scan.next(row));
+  }
+}
+
+// Rows that were written before the table got its first variable column have no variable part at all.
+TEST(Jet4Row, OlderThanTheFirstVariableColumn) {
+  TableDefinition definition = jet3Definition(1, 2);
+  HandMade file(jet4, 4);
+  file.dataPage(1, 1, {inlineMap(0, {0x08})});
+  file.dataPage(3, 2, {{1, 0, 7, 0, 0, 0, 1}, {2, 0, 8, 0, 0, 0, 'x', 0, 8, 0, 6, 0, 1, 0, 3}});
+  MemoryFiles files;
+  const PageFile pages = file.open(files);
+  const Table table(pages, u"Gewachsen", definition, {});
+  TableScan scan = table.scan();
+  Row row;
+  ASSERT_TRUE(scan.next(row));
+  EXPECT_EQ(row.value(0), Value(7));
+  EXPECT_EQ(row.value(1), Value(Null{}));
+  ASSERT_TRUE(scan.next(row));
+  EXPECT_EQ(row.value(0), Value(8));
+  EXPECT_EQ(row.value(1), Value(Text(u"x")));
+  EXPECT_FALSE(scan.next(row));
+}
+
+}  // namespace
+}  // namespace jet
