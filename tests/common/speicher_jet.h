@@ -43,6 +43,9 @@ class SpeicherJet : public jet::FileSystem {
   }
 
  private:
+  // What stands before it is page 0, which every look at the state of the file reads.
+  static constexpr std::uint64_t kSeite = 4096;
+
   class Datei : public jet::File {
    public:
     Datei(SpeicherJet& jet, QByteArray inhalt) : jet_(jet), inhalt_(std::move(inhalt)) {}
@@ -53,7 +56,7 @@ class SpeicherJet : public jet::FileSystem {
         throw jet::Error(jet::ErrorKind::Truncated, "the file ends early");
       }
       std::copy_n(inhalt_.begin() + static_cast<std::ptrdiff_t>(stelle), ziel.size(), ziel.begin());
-      if (stelle == 0 || gestoert_ || jet_.fremdeSchreibvorgaenge == 0) return;
+      if (stelle < kSeite || gestoert_ || jet_.fremdeSchreibvorgaenge == 0) return;
       gestoert_ = true;
       --jet_.fremdeSchreibvorgaenge;
       ++jet_.fremdeSchreibzeit;
