@@ -1,0 +1,37 @@
+// The program: the real world outside, the values of the process, and the window.
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QTranslator>
+
+#include "jet/file.h"
+#include "seams/real/echte_meldungen.h"
+#include "seams/real/echte_oberflaeche.h"
+#include "seams/real/echte_uhr.h"
+#include "seams/real/echtes_dateisystem.h"
+#include "seams/real/echtes_gebietsschema.h"
+#include "shell/haupt_fenster.h"
+#include "shell/schrift.h"
+#include "support/pfade.h"
+
+int main(int argc, char* argv[]) {
+  QApplication programm(argc, argv);
+  QCoreApplication::setApplicationName("Pelvanto");
+  QApplication::setFont(pelvanto::fensterschrift());
+  QTranslator deutsch;
+  if (deutsch.load("qtbase_de", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    QCoreApplication::installTranslator(&deutsch);
+
+  pelvanto::EchteUhr uhr;
+  pelvanto::EchteMeldungen meldungen;
+  pelvanto::EchteOberflaeche oberflaeche;
+  pelvanto::EchtesGebietsschema gebietsschema;
+  pelvanto::EchtesDateisystem dateisystem;
+  pelvanto::Umgebung umgebung(
+      {uhr, meldungen, oberflaeche, gebietsschema, dateisystem, jet::systemFiles()},
+      pelvanto::prozesswerteFuer(QCoreApplication::applicationDirPath(), dateisystem));
+
+  pelvanto::HauptFenster fenster(umgebung);
+  if (!fenster.starten()) return 0;
+  fenster.show();
+  return QApplication::exec();
+}

@@ -1,0 +1,71 @@
+#include "demo/ablauf.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+
+#include <iostream>
+
+#include "demo/bilder.h"
+#include "shell/haupt_fenster.h"
+
+namespace pelvanto::vorfuehrung {
+
+namespace {
+
+void druecken(HauptFenster& fenster, const QString& name) {
+  auto* knopf = fenster.findChild<QAbstractButton*>(name);
+  if (!knopf || !knopf->isVisible())
+    throw Abbruch("Der Knopf " + name.toStdString() + " ist nicht zu sehen.");
+  if (!knopf->isEnabled()) throw Abbruch("Der Knopf " + name.toStdString() + " ist nicht eingeschaltet.");
+  knopf->click();
+  QApplication::processEvents();
+}
+
+void zeile(const QString& text) { std::cout << text.toStdString() << std::endl; }
+
+QString zahlen(const Liste& behalten, const Liste& ausgeschieden) {
+  return QStringLiteral("%1 in der Liste, %2 ausgeschieden")
+      .arg(behalten.anzahl())
+      .arg(ausgeschieden.anzahl());
+}
+
+QString ergebnis(const Seiten& seiten, int seite) {
+  switch (seite) {
+    case 0:
+      return QStringLiteral("%1 in der Liste").arg(seiten.seite1.lvwListe1.anzahl());
+    case 1:
+      return zahlen(seiten.seite2.lvwListe2, seiten.seite2.lvwListeAusgeschieden2);
+    case 2:
+      return zahlen(seiten.seite3.lvwListe3, seiten.seite3.lvwListeAusgeschieden3);
+    case 3:
+      return zahlen(seiten.seite3b.lvwListe3b, seiten.seite3b.lvwListeAusgeschieden3b);
+    case 4:
+      return zahlen(seiten.seite4.lvwListe4, seiten.seite4.lvwAusgeschieden4) +
+             QStringLiteral("; %1 kg, davon %2 kg für die Berechnung, %3 je kg; verteilt %4 von %5")
+                 .arg(seiten.seite4.lblMengeGesamt.text, seiten.seite4.lblMengeFuerBerechnung.text,
+                      seiten.seite4.lblPreisProKilo.text, seiten.seite4.lblVerteilt.text,
+                      seiten.seite4.txtGesamtbetrag.text);
+    default:
+      return zahlen(seiten.seite5.lvwListe5, seiten.seite5.lvwAusgeschieden5) +
+             QStringLiteral("; netto %1, Mwst. %2, brutto %3")
+                 .arg(seiten.seite5.lblAlleNetto.text, seiten.seite5.lblAlleSteuer.text,
+                      seiten.seite5.lblAlleBrutto.text);
+  }
+}
+
+}  // namespace
+
+void wizardDurchspielen(HauptFenster& fenster, const QString& bilderordner) {
+  const QStringList schritte{"1", "2", "3", "3b", "4", "5"};
+  for (int seite = 0; seite < schritte.size(); ++seite) {
+    const QString& schritt = schritte[seite];
+    druecken(fenster, "cmdErgebnisZeigen" + schritt);
+    zeile(QStringLiteral("Schritt %1: %2")
+              .arg(schritt == "3" ? "3a" : schritt, ergebnis(fenster.seiten(), seite)));
+    if (!bilderSpeichern(fenster, bilderordner, "schritt" + schritt))
+      throw Abbruch("Die Bilder konnten nicht gespeichert werden: " + bilderordner.toStdString());
+    druecken(fenster, schritt == "5" ? "cmdDatentraegerErstellen" : "cmdWeiter" + schritt);
+  }
+}
+
+}  // namespace pelvanto::vorfuehrung

@@ -1,0 +1,83 @@
+// Plays the whole wizard on a prepared program folder, by the buttons of the real window and without a
+// person:
+//   pelvanto-vorfuehrung [--datum=2026-03-16T08:09:10] [--sprache=de_AT] ORDNER
+// Leaves payment file, logs and pictures of all pages in the folder.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+
+#include <iostream>
+
+#include "demo/ablauf.h"
+#include "demo/seams.h"
+#include "jet/file.h"
+#include "seams/real/echte_oberflaeche.h"
+#include "seams/real/echtes_dateisystem.h"
+#include "shell/haupt_fenster.h"
+#include "shell/schrift.h"
+#include "support/pfade.h"
+
+namespace {
+
+using namespace pelvanto;
+
+QStringList zahlungsdateien(const QString& ordner) {
+  return QDir(ordner).entryList({"UE?????.xml"}, QDir::Files);
+}
+
+int vorfuehren(const QString& ordner, Uhr& uhr, const Gebietsschema& schema) {
+  const QString bilder = ordner + "/bilder";
+  if (!QDir().mkpath(bilder)) {
+    std::cerr << "Der Ordner " << bilder.toStdString() << " kann nicht angelegt werden.\n";
+    return 1;
+  }
+  vorfuehrung::GedruckteMeldungen meldungen;
+  EchteOberflaeche oberflaeche;
+  EchtesDateisystem dateisystem;
+  Umgebung umgebung({uhr, meldungen, oberflaeche, schema, dateisystem, jet::systemFiles()},
+                    prozesswerteFuer(ordner, dateisystem));
+  const QStringList vorher = zahlungsdateien(ordner);
+  HauptFenster fenster(umgebung);
+  if (!fenster.starten()) return 1;
+  fenster.show();
+  fenster.activateWindow();
+  try {
+    vorfuehrung::wizardDurchspielen(fenster, bilder);
+  } catch (const vorfuehrung::Abbruch& abbruch) {
+    std::cerr << abbruch.what() << '\n';
+    return 1;
+  }
+  fenster.close();
+
+  QStringList neue = zahlungsdateien(ordner);
+  for (const QString& alte : vorher) neue.removeAll(alte);
+  std::cout << "Zahlungsdatei: " << (neue.isEmpty() ? "keine" : (ordner + '/' + neue.first()).toStdString())
+            << "\nProtokolle:    " << ordner.toStdString() << "\nBilder:        " << bilder.toStdString()
+            << '\n';
+  return neue.size() == 1 ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  QApplication::setStyle("fusion");
+  QApplication programm(argc, argv);
+  QApplication::setFont(fensterschrift());
+  QCommandLineParser optionen;
+  optionen.setApplicationDescription("Spielt den ganzen Ablauf in einem vorbereiteten Programmordner durch.");
+  const QCommandLineOption datum("datum", "Feste Uhrzeit, z.B. 2026-03-16T08:09:10.", "zeit");
+  const QCommandLineOption sprache("sprache", "Zahlen und Beträge wie in dieser Sprache.", "sprache",
+                                   "de_DE");
+  optionen.addOptions({datum, sprache});
+  optionen.addPositionalArgument("ORDNER", "Programmordner mit Verbindo.mdb und verbindo.ini");
+  optionen.addHelpOption();
+  optionen.process(programm);
+  const QDateTime zeit = QDateTime::fromString(optionen.value(datum), Qt::ISODate);
+  if (optionen.positionalArguments().size() != 1 || (optionen.isSet(datum) && !zeit.isValid())) {
+    std::cerr << optionen.helpText().toStdString();
+    return 2;
+  }
+  vorfuehrung::Vorfuehruhr uhr(zeit);
+  const vorfuehrung::Sprachschema schema{QLocale(optionen.value(sprache))};
+  return vorfuehren(QDir(optionen.positionalArguments().first()).absolutePath(), uhr, schema);
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QLocale>
+
+#include "seams/gebietsschema.h"
+#include "seams/meldungen.h"
+#include "seams/uhr.h"
+
+namespace pelvanto::vorfuehrung {
+
+// Prints every message box and answers it: with OK, or with No.
+class GedruckteMeldungen : public Meldungen {
+ public:
+  Antwort zeigen(const Meldung& meldung) override;
+};
+
+// The computer's clock, or one that stands still at `fest` where that is valid.
+class Vorfuehruhr : public Uhr {
+ public:
+  explicit Vorfuehruhr(QDateTime fest) : fest_(std::move(fest)) {}
+  QDateTime jetzt() const override;
+  void warten(int millisekunden) override;
+
+ private:
+  QDateTime fest_;
+};
+
+// Number characters of a language that is asked for.
+class Sprachschema : public Gebietsschema {
+ public:
+  explicit Sprachschema(QLocale sprache) : sprache_(std::move(sprache)) {}
+  Zahlenzeichen zahlenzeichen() const override;
+
+ private:
+  QLocale sprache_;
+};
+
+}  // namespace pelvanto::vorfuehrung

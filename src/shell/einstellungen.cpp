@@ -1,0 +1,53 @@
+#include "shell/einstellungen.h"
+
+#include <array>
+
+namespace pelvanto {
+
+namespace {
+
+constexpr auto kAbschnitt = "Auszahlungen";
+
+struct Einstellung {
+  const char* schluessel;
+  const char* vorgabe;
+  Textfeld& (*feld)(Seiten&);
+};
+
+constexpr std::array<Einstellung, 11> kEinstellungen{{
+    {"UnterlieferungGruppe", "", [](Seiten& s) -> Textfeld& { return s.seite1.txtUnterlieferungGruppe; }},
+    {"Einzahlungen", "", [](Seiten& s) -> Textfeld& { return s.seite2.txtEinzahlungen; }},
+    {"GruppeNotwendig", "", [](Seiten& s) -> Textfeld& { return s.seite3.txtGruppeNotwendig; }},
+    {"GruppeNotwendig3b", "", [](Seiten& s) -> Textfeld& { return s.seite3b.txtGruppeNotwendig3b; }},
+    {"GesamtBetrag", "", [](Seiten& s) -> Textfeld& { return s.seite4.txtGesamtbetrag; }},
+    {"WortlautUeberweisung", "GS - Qualitätszuschlag Milvarte",
+     [](Seiten& s) -> Textfeld& { return s.seite5.txtWortlautUeberweisung; }},
+    {"UIDTreuhaender", "", [](Seiten& s) -> Textfeld& { return s.seite5.txtUIDTreuhaender; }},
+    {"EigeneIBAN", "", [](Seiten& s) -> Textfeld& { return s.seite5.txtIBAN; }},
+    {"EigeneBIC", "", [](Seiten& s) -> Textfeld& { return s.seite5.txtBIC; }},
+    {"EigenerName", "", [](Seiten& s) -> Textfeld& { return s.seite5.txtEigenerName; }},
+    {"EigeneAdresse", "", [](Seiten& s) -> Textfeld& { return s.seite5.txtEigeneAdresse; }},
+}};
+
+QString ohneAeussereBlanks(const QString& text) {
+  qsizetype anfang = 0;
+  qsizetype ende = text.size();
+  while (anfang < ende && text[anfang] == u' ') ++anfang;
+  while (ende > anfang && text[ende - 1] == u' ') --ende;
+  return text.mid(anfang, ende - anfang);
+}
+
+}  // namespace
+
+void einstellungenLesen(const FunktionenFürINI& ini, Seiten& seiten) {
+  for (const Einstellung& einstellung : kEinstellungen)
+    einstellung.feld(seiten).text = ini.INILesen(kAbschnitt, einstellung.schluessel, einstellung.vorgabe);
+}
+
+void einstellungenSpeichern(FunktionenFürINI& ini, Seiten& seiten) {
+  for (const Einstellung& einstellung : kEinstellungen) {
+    ini.INISpeichern(kAbschnitt, einstellung.schluessel, ohneAeussereBlanks(einstellung.feld(seiten).text));
+  }
+}
+
+}  // namespace pelvanto

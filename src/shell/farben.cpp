@@ -1,0 +1,37 @@
+#include "shell/farben.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace pelvanto {
+
+namespace {
+
+double leuchtdichte(const QColor& farbe) {
+  auto anteil = [](double wert) {
+    return wert <= 0.03928 ? wert / 12.92 : std::pow((wert + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * anteil(farbe.redF()) + 0.7152 * anteil(farbe.greenF()) + 0.0722 * anteil(farbe.blueF());
+}
+
+}  // namespace
+
+bool istDunkel(const QPalette& palette) { return leuchtdichte(palette.color(QPalette::Window)) < 0.2; }
+
+Farbpaar zaehlerfarben(bool dunkel) {
+  return dunkel ? Farbpaar{QColor(0x4b, 0x4e, 0x52), QColor(0xf4, 0xf4, 0xf4)}
+                : Farbpaar{QColor(0xdc, 0xdd, 0xdf), QColor(0x16, 0x18, 0x1a)};
+}
+
+Farbpaar geloeschtfarben(bool dunkel) {
+  return dunkel ? Farbpaar{QColor(0x7a, 0x33, 0x4a), QColor(0xff, 0xec, 0xf1)}
+                : Farbpaar{QColor(0xff, 0xc8, 0xd4), QColor(0x4a, 0x0a, 0x1c)};
+}
+
+double kontrast(const QColor& eine, const QColor& andere) {
+  const double a = leuchtdichte(eine) + 0.05;
+  const double b = leuchtdichte(andere) + 0.05;
+  return std::max(a, b) / std::min(a, b);
+}
+
+}  // namespace pelvanto

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+
+namespace pelvanto {
+
+// A background and the text that is read on it; always set together.
+struct Farbpaar {
+  QColor grund;
+  QColor schrift;
+};
+
+// Whether windows of this palette are dark.
+bool istDunkel(const QPalette& palette);
+// Counters of rows: grey.
+Farbpaar zaehlerfarben(bool dunkel);
+// Counters of rows that were deleted by hand: pink.
+Farbpaar geloeschtfarben(bool dunkel);
+// Contrast of two opaque colours, 1 to 21 (WCAG 2).
+double kontrast(const QColor& eine, const QColor& andere);
+
+}  // namespace pelvanto

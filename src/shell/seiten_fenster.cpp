@@ -1,0 +1,217 @@
+#include "shell/seiten_fenster.h"
+
+#include <QLabel>
+#include <QLineEdit>
+
+#include "shell/bildknopf.h"
+#include "shell/listen_ansicht.h"
+
+namespace pelvanto {
+
+SeitenFenster::SeitenFenster(const QString& name, const QString& titel, Ablauf& ablauf, QWidget* eltern)
+    : Rahmen(titel, eltern), ablauf_(ablauf) {
+  setObjectName(name);
+}
+
+void SeitenFenster::eintragen() {
+  for (Feldbindung& bindung : felder_) bindung.modell->text = bindung.eingetragen = bindung.feld->text();
+  for (ListenAnsicht* ansicht : listen_) ansicht->eintragen();
+}
+
+void SeitenFenster::zeigen() {
+  for (Feldbindung& bindung : felder_) {
+    // What the user typed meanwhile stays, unless the action itself changed the text.
+    if (bindung.modell->text == bindung.eingetragen) continue;
+    bindung.feld->setText(bindung.modell->text);
+    bindung.eingetragen = bindung.modell->text;
+  }
+  for (auto& [knopf, modell] : knoepfe_) knopf->setEnabled(modell->ein);
+  for (auto& [steuerelement, modell] : beschriftungen_) {
+    steuerelement->setText(modell->text);
+    steuerelement->setVisible(modell->sichtbar);
+  }
+  for (ListenAnsicht* ansicht : listen_) ansicht->zeigen();
+}
+
+void SeitenFenster::aufnehmen(QWidget* steuerelement, const QString& name, const Platz& platz,
+                              Haftung haftung) {
+  steuerelement->setObjectName(name);
+  if (steuerelement->parentWidget() == this) {
+    angeordnet_.push_back({steuerelement, platz, haftung});
+    steuerelement->setGeometry(platz.pixelrechteck());
+    return;
+  }
+  // Inside an inner frame, which itself has its place in the page.
+  steuerelement->setGeometry(platz.pixelrechteck().translated(-steuerelement->parentWidget()->pos()));
+}
+
+// The lists share the height that the page has gained, and all of them its width; what stands below a list
+// moves down with its lower edge.
+void SeitenFenster::anordnen() {
+  const QSize gewinn = size() - kSeite.pixelrechteck().size();
+  QRect obere;
+  QRect untere;
+  for (const Angeordnet& eintrag : angeordnet_) {
+    if (eintrag.haftung != Haftung::Breite) continue;
+    (obere.isNull() ? obere : untere) = eintrag.platz.pixelrechteck();
+  }
+  const int obererGewinn = untere.isNull() ? gewinn.height() : gewinn.height() / 2;
+  for (const Angeordnet& eintrag : angeordnet_) {
+    QRect rechteck = eintrag.platz.pixelrechteck();
+    if (eintrag.haftung == Haftung::Rechts) rechteck.translate(gewinn.width(), 0);
+    if (eintrag.haftung == Haftung::Breite) {
+      const bool istObere = rechteck == obere;
+      rechteck.setWidth(rechteck.width() + gewinn.width());
+      rechteck.setHeight(rechteck.height() + (istObere ? obererGewinn : gewinn.height() - obererGewinn));
+    }
+    if (!obere.isNull() && eintrag.platz.pixelrechteck().top() > obere.bottom())
+      rechteck.translate(0, obererGewinn);
+    eintrag.steuerelement->setGeometry(rechteck);
+  }
+}
+
+void SeitenFenster::resizeEvent(QResizeEvent* ereignis) {
+  Rahmen::resizeEvent(ereignis);
+  anordnen();
+}
+
+QLabel* SeitenFenster::beschriftung(const QString& name, const QString& text, const Platz& platz,
+                                    QWidget* partner, QWidget* eltern) {
+  auto* label = new QLabel(text, eltern ? eltern : this);
+  label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  label->setBuddy(partner);
+  aufnehmen(label, name, platz, Haftung::Links);
+  return label;
+}
+
+Zaehler* SeitenFenster::zaehler(const QString& name, const Platz& platz, Beschriftung& modell,
+                                Zaehler::Grund grund) {
+  auto* zaehler = new Zaehler(grund, this);
+  aufnehmen(zaehler, name, platz, Haftung::Links);
+  beschriftungen_.push_back({zaehler, &modell});
+  return zaehler;
+}
+
+Zaehler* SeitenFenster::betrag(const QString& name, const Platz& platz, Beschriftung& modell) {
+  constexpr int kRand = 3;
+  Zaehler* feld = zaehler(name, platz, modell);
+  feld->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  feld->setContentsMargins(kRand, 0, kRand, 0);
+  return feld;
+}
+
+QLabel* SeitenFenster::hinweis(const QString& name, const Platz& platz, Beschriftung& modell) {
+  QLabel* label = beschriftung(name, modell.text, platz);
+  beschriftungen_.push_back({label, &modell});
+  return label;
+}
+
+void SeitenFenster::textfeld(QLineEdit* feld, const QString& name, const QString& zugaenglich,
+                             const Platz& platz, int hoechstlaenge, Textfeld& modell) {
+  feld->setMaxLength(hoechstlaenge);
+  feld->setAccessibleName(zugaenglich);
+  aufnehmen(feld, name, platz, Haftung::Links);
+  felder_.push_back({feld, &modell, {}});
+}
+
+Bildknopf* SeitenFenster::knopf(const QString& name, const QString& bild, const QString& tooltip,
+                                const QString& taste, const Platz& platz, Knopf& modell, int kante) {
+  auto* knopf = new Bildknopf(bild, kante, this);
+  knopf->setToolTip(tooltip);
+  knopf->setAccessibleName(tooltip);
+  knopf->setShortcut(QKeySequence(QStringLiteral("Alt+") + taste));
+  knopf->setWhatsThis(QStringLiteral("%1 (Alt+%2)").arg(tooltip, taste));
+  aufnehmen(knopf, name, platz, Haftung::Rechts);
+  knoepfe_.push_back({knopf, &modell});
+  return knopf;
+}
+
+ListenAnsicht* SeitenFenster::liste(const QString& name, const QString& zugaenglich, const QString& tooltip,
+                                    const Platz& platz, Liste& modell) {
+  auto* ansicht = new ListenAnsicht(modell, this);
+  ansicht->setAccessibleName(zugaenglich);
+  ansicht->setToolTip(tooltip);
+  ansicht->setWhatsThis(tooltip + QStringLiteral(" Ohne Maus: Strg und die Nummer der Spalte sortiert, die "
+                                                 "Menütaste passt Spaltenbreiten an."));
+  aufnehmen(ansicht, name, platz, Haftung::Breite);
+  listen_.push_back(ansicht);
+  connect(ansicht, &ListenAnsicht::spalteAngeklickt, this, [this, &modell](int spalte) {
+    ablauf_.ausfuehren([&modell, spalte](Umgebung&, Seiten&) { modell.spalteAngeklickt(spalte); });
+  });
+  return ansicht;
+}
+
+Rahmen* SeitenFenster::rahmen(const QString& name, const QString& titel, const Platz& platz) {
+  auto* innen = new Rahmen(titel, this);
+  aufnehmen(innen, name, platz, Haftung::Links);
+  return innen;
+}
+
+Bildknopf* SeitenFenster::ausfuehrenKnopf(const QString& name, const Platz& platz, Knopf& modell,
+                                          Handlung handlung, bool waehrendAus) {
+  Bildknopf* knopf = this->knopf(name, QStringLiteral("ausfuehren"), QStringLiteral("Ergebnis zeigen"),
+                                 QStringLiteral("E"), platz, modell);
+  connect(knopf, &Bildknopf::clicked, this, [this, handlung, knopf, waehrendAus] {
+    const bool hatteFokus = knopf->hasFocus();
+    if (waehrendAus) {
+      knopf->setEnabled(false);
+      knopf->repaint();
+    }
+    ablauf_.ausfuehren(handlung);
+    if (hatteFokus) knopf->setFocus();
+  });
+  return knopf;
+}
+
+Bildknopf* SeitenFenster::druckenKnopf(const QString& name, const Platz& platz, Knopf& modell) {
+  Bildknopf* knopf = this->knopf(name, QStringLiteral("drucken"), QStringLiteral("Ergebnis drucken"),
+                                 QStringLiteral("D"), platz, modell);
+  auto handlung = [this] {
+    ablauf_.ausfuehren([](Umgebung& umgebung, Seiten&) { nochNichtVerfuegbar(umgebung); });
+  };
+  connect(knopf, &Bildknopf::clicked, this, handlung);
+  connect(knopf, &Bildknopf::rechtsGeklickt, this, handlung);
+  return knopf;
+}
+
+Bildknopf* SeitenFenster::serienbriefeKnopf(const QString& name, const Platz& platz, Knopf& modell) {
+  Bildknopf* knopf =
+      this->knopf(name, QStringLiteral("serienbrief"),
+                  QStringLiteral("Personen in der Liste in die Serienbrief-Adressendatei kopieren"),
+                  QStringLiteral("S"), platz, modell);
+  connect(knopf, &Bildknopf::clicked, this,
+          [this] { ablauf_.ausfuehren([](Umgebung& umgebung, Seiten&) { nochNichtVerfuegbar(umgebung); }); });
+  return knopf;
+}
+
+Bildknopf* SeitenFenster::serienbriefeAusgeschiedenKnopf(const QString& name, int oben, Knopf& modell,
+                                                         const QString& tooltip) {
+  constexpr int kKante = 20;
+  const QString text = tooltip.isEmpty()
+                           ? QStringLiteral("Personen in der Liste in die Serienbrief-Adressendatei kopieren")
+                           : tooltip;
+  Bildknopf* knopf = this->knopf(name, QStringLiteral("serienbrief"), text, QStringLiteral("A"),
+                                 {8520, oben, 675, 375}, modell, kKante);
+  connect(knopf, &Bildknopf::clicked, this,
+          [this] { ablauf_.ausfuehren([](Umgebung& umgebung, Seiten&) { nochNichtVerfuegbar(umgebung); }); });
+  return knopf;
+}
+
+Bildknopf* SeitenFenster::weiterKnopf(const QString& name, const Platz& platz, Knopf& modell) {
+  Bildknopf* knopf =
+      this->knopf(name, QStringLiteral("weiter"), QStringLiteral("Weiter zum nächsten Schritt"),
+                  QStringLiteral("W"), platz, modell);
+  connect(knopf, &Bildknopf::clicked, this, [this] { ablauf_.weiter(); });
+  return knopf;
+}
+
+void SeitenFenster::loeschbar(ListenAnsicht* ansicht, Liste& modell, const Loeschzaehler& zaehler) {
+  connect(ansicht, &ListenAnsicht::loeschenGewuenscht, this, [this, &modell, zaehler] {
+    ablauf_.ausfuehren([&](Umgebung& umgebung, Seiten&) {
+      markierteZeilenLoeschen(umgebung.typen, modell, zaehler.geloescht, zaehler.geloeschtLabel,
+                              zaehler.ergebnis);
+    });
+  });
+}
+
+}  // namespace pelvanto
