@@ -125,6 +125,7 @@ class StoerDateisystem : public Dateisystem {
   int gestoert() const { return gestoert_; }
 
   mutable QStringList vorgaenge;
+  std::function<void(const QString&)> vorVorgang;  // called with the record of each operation before it
   // A disturbed `schreiben` or `anhaengen` has written the first half.
   bool halbSchreiben = true;
 

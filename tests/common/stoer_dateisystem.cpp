@@ -13,6 +13,9 @@ void StoerDateisystem::stoere(const QString& vorgang, Dateifehler fehler, int nu
 
 Dateifehler StoerDateisystem::pruefen(const QString& vorgang, const QString& pfad) const {
   vorgaenge << vorgang + u' ' + pfad;
+  if (vorVorgang) {
+    vorVorgang(vorgaenge.back());
+  }
   for (Regel& regel : regeln_) {
     if ((!regel.vorgang.isEmpty() && regel.vorgang != vorgang) || !pfad.contains(regel.pfad)) {
       continue;
