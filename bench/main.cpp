@@ -1,9 +1,13 @@
+#include <QApplication>
+
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 
 #include "bench/engine.h"
+#include "bench/payout.h"
 #include "bench/report.h"
+#include "bench/window.h"
 
 namespace {
 
@@ -24,13 +28,18 @@ struct TemporaryFolder {
 }  // namespace
 
 // Ends with 1 if a floor is missed, 2 if something failed.
-int main(int, char** arguments) {
+int main(int count, char** arguments) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(count, arguments);
   try {
     const TemporaryFolder folder;
     const auto here = std::filesystem::path(arguments[0]).parent_path();
     bench::Report report;
     report.printHead();
     bench::measureEngine(report, folder.path, here / "pelvanto_bench_memory");
+    bench::measurePayout(report, folder.path / "payout");
+    bench::measureWindow(report, folder.path / "window");
+    if (report.aimMissed()) std::printf("At least one aim is missed.\n");
     if (report.floorMissed()) std::printf("At least one floor is missed.\n");
     return report.floorMissed() ? 1 : 0;
   } catch (const std::exception& error) {
