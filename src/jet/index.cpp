@@ -13,11 +13,11 @@ namespace {
 
 // A page holds dozens of entries, so no file of the format's greatest size comes near.
 constexpr std::size_t greatestDepth = 12;
-constexpr char16_t replacement = u'\uFFFD';
+constexpr char16_t unreadableUnit = u'\uFFFD';
 
 bool containsReplacement(const Value& value) {
   const Text* text = std::get_if<Text>(&value);
-  return text != nullptr && text->find(replacement) != Text::npos;
+  return text != nullptr && text->find(unreadableUnit) != Text::npos;
 }
 
 bool isZero(const Numeric& value) {
@@ -77,9 +77,9 @@ PageRef Index::leafAfter(const PageRef& leaf) const {
   return page;
 }
 
-void Index::checkNeighbours(const PageRef& leaf, const PageRef& page) const {
-  const IndexPage before = view(leaf), after = view(page);
-  const ByteReader blame = page->reader();
+void Index::checkNeighbours(const PageRef& leaf, const PageRef& behind) const {
+  const IndexPage before = view(leaf), after = view(behind);
+  const ByteReader blame = behind->reader();
   blame.check(after.isLeaf(), "an index leaf is followed by a page that is none");
   blame.check(before.next() == after.number() && after.previous() == before.number(),
               "the links between index leaves contradict each other");

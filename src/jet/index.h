@@ -86,8 +86,8 @@ class Index {
   PageRef leafFor(std::string_view probe) const;
   // The leaf that `leaf` links to.
   PageRef leafAfter(const PageRef& leaf) const;
-  // That two leaves are linked and ordered rightly.
-  void checkNeighbours(const PageRef& before, const PageRef& after) const;
+  // That a leaf and the one behind it are linked and ordered rightly.
+  void checkNeighbours(const PageRef& leaf, const PageRef& behind) const;
   // That all entries of the leaf before are less than `probe`.
   void checkLeafBefore(const IndexPage& leaf, std::string_view probe) const;
   // The probe for `lookup`; false where `lookup` has to give up.

@@ -35,7 +35,7 @@ void appendInteger(std::int64_t value, int bytes, std::string& key) {
   appendBigEndian(static_cast<std::uint64_t>(value) ^ signBit(bytes), bytes, key);
 }
 
-void appendFloat(std::uint64_t bits, int bytes, std::string& key) {
+void appendFloatKey(std::uint64_t bits, int bytes, std::string& key) {
   appendBigEndian((bits & signBit(bytes)) != 0 ? ~bits : bits ^ signBit(bytes), bytes, key);
 }
 
@@ -109,13 +109,13 @@ bool appendPlain(const Value& value, ColumnType type, std::string& key) {
       appendInteger(as<Currency>(value).tenThousandths, 8, key);
       return true;
     case ColumnType::Single:
-      appendFloat(std::bit_cast<std::uint32_t>(as<float>(value)), 4, key);
+      appendFloatKey(std::bit_cast<std::uint32_t>(as<float>(value)), 4, key);
       return true;
     case ColumnType::Double:
-      appendFloat(std::bit_cast<std::uint64_t>(as<double>(value)), 8, key);
+      appendFloatKey(std::bit_cast<std::uint64_t>(as<double>(value)), 8, key);
       return true;
     case ColumnType::DateTime:
-      appendFloat(std::bit_cast<std::uint64_t>(as<DateTime>(value).days), 8, key);
+      appendFloatKey(std::bit_cast<std::uint64_t>(as<DateTime>(value).days), 8, key);
       return true;
     default:
       return false;

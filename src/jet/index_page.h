@@ -21,7 +21,7 @@ struct IndexLayout {
 
   // Bytes that a layout may take at most.
   static std::size_t largestSize(const Format& format) {
-    return sizeof(IndexLayout) + format.indexBitmapLength * 8 * sizeof(std::uint16_t);
+    return sizeof(IndexLayout) + std::size_t{format.indexBitmapLength} * 8 * sizeof(std::uint16_t);
   }
 };
 

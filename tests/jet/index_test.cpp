@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <iostream>
 #include <map>
 #include <string>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "common/memory_files.h"
 #include "jet/create/database_builder.h"
 #include "jet/database.h"
+#include "jet/shared_files.h"
 
 namespace jet {
 namespace {
@@ -186,6 +188,34 @@ TEST_F(IndexTest, GivesUpWhereKeysAreNotSure) {
   EXPECT_FALSE(table_->index(ById).lookup(std::vector<Value>{std::int32_t{1}, std::int32_t{1}}, rows));
   EXPECT_FALSE(table_->index(ByGroupAndId).lookup(std::vector<Value>{std::int32_t{40'000}}, rows));
   EXPECT_TRUE(rows.empty());
+}
+
+// Trees as Access builds them, of both versions: shortened entries, descending texts, Nulls, deleted rows.
+TEST(SharedIndexes, FindEveryRow) {
+  const auto shared = test::sharedFiles();
+  if (shared.empty()) GTEST_SKIP() << "the shared databases are not there";
+  int found = 0;
+  for (const auto& file : shared) {
+    Database database(systemFiles(), file.database);
+    for (const TableEntry& entry : database.tables()) {
+      const Table& table = database.table(entry.name);
+      for (std::size_t i = 0; i < table.definition().indexes.size(); ++i) {
+        const Index& index = table.index(i);
+        TableScan scan = table.scan();
+        for (Row row; scan.next(row);) {
+          std::vector<Value> values;
+          for (const IndexColumn& column : index.definition().columns)
+            values.push_back(row.value(column.column));
+          std::vector<RowId> rows;
+          if (!index.lookup(values, rows)) continue;
+          ++found;
+          ASSERT_EQ(std::ranges::count(rows, row.id()), 1) << file.database << ", index " << i;
+        }
+      }
+    }
+  }
+  EXPECT_GT(found, 10'000);
+  std::cout << found << " rows of the shared files looked up by their keys\n";
 }
 
 TEST_F(IndexTest, TheTreeIsDeep) {
