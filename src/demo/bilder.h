@@ -1,14 +1,10 @@
 #pragma once
 
-#include <QPalette>
 #include <QString>
 
 class QWidget;
 
 namespace pelvanto::vorfuehrung {
-
-// The palette of a dark desktop.
-QPalette dunklePalette();
 
 // Pictures of the window on a light and a dark desktop, at 100 % and 200 %, as files
 // "ORDNER/NAME-hell-100.png", ... False if a file cannot be written.

@@ -130,7 +130,16 @@ void HauptFenster::abgesichert(const std::function<void()>& handlung) {
   QCoreApplication::quit();
 }
 
+// Nobody is to carry on what an action that broke off has left.
+void HauptFenster::weiterSperren() {
+  Knopf* const naechste[] = {&seiten_.seite1.cmdWeiter1, &seiten_.seite2.cmdWeiter2,
+                             &seiten_.seite3.cmdWeiter3, &seiten_.seite3b.cmdWeiter3b,
+                             &seiten_.seite4.cmdWeiter4, &seiten_.seite5.cmdDatentraegerErstellen};
+  naechste[aktuelleSeite_]->ein = false;
+}
+
 void HauptFenster::fehlerMelden(int nummer, const QString& beschreibung) {
+  weiterSperren();
   umgebung_.protokoll.fehler(QStringLiteral("Error %1 (%2) in procedure Schritt of Modul HauptFenster")
                                  .arg(nummer)
                                  .arg(beschreibung));

@@ -44,6 +44,7 @@ class HauptFenster : public QWidget, private Ablauf {
   void betragsfeldVerlassen();
   // Runs `handlung`; reports what it throws, and ends the program where it must.
   void abgesichert(const std::function<void()>& handlung);
+  void weiterSperren();
   void fehlerMelden(int nummer, const QString& beschreibung);
   void zentrieren();
 

@@ -19,7 +19,7 @@ Seite2Fenster::Seite2Fenster(Seite2& seite, Ablauf& ablauf, QWidget* eltern)
            "Bezeichnung für jährliche Einzahlungen-Gruppen ohne Jahreszahl:", {4275, 330, 2910, 345}, 40,
            seite.txtEinzahlungen);
   beschriftung("Label5",
-               "&Bezeichnung für jährliche Einzahlungen-Gruppen ohne Jahreszahl:", {120, 255, 4095, 495},
+               "&Bezeichnung für jährliche Einzahlungen-Gruppen ohne Jahreszahl:", {120, 270, 4095, 495},
                einzahlungen)
       ->setWordWrap(true);
 

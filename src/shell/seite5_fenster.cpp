@@ -44,8 +44,8 @@ Seite5Fenster::Seite5Fenster(Seite5& seite, Ablauf& ablauf, QWidget* eltern)
   ListenAnsicht* ausgeschieden =
       liste("lvwAusgeschieden5", "Ausgeschiedene Personen Schritt 5", listenTooltipMitDoppelklick(),
             {120, 5160, 9075, 975}, seite.lvwAusgeschieden5);
-  beschriftung("Label27", "ausgeschieden weil keine Ban&kverbindung:", {120, 4650, 4110, 375}, ausgeschieden);
-  zaehler("lblAusgeschieden5", {4275, 4650, 735, 375}, seite.lblAusgeschieden5);
+  beschriftung("Label27", "ausgeschieden weil keine Ban&kverbindung:", {120, 4650, 4320, 375}, ausgeschieden);
+  zaehler("lblAusgeschieden5", {4500, 4650, 735, 375}, seite.lblAusgeschieden5);
   ersterFokusSetzen(findChild<QWidget*>("cmdErgebnisZeigen5"));
 }
 

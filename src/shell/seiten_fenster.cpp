@@ -23,6 +23,7 @@ void SeitenFenster::zeigen() {
     // What the user typed meanwhile stays, unless the action itself changed the text.
     if (bindung.modell->text == bindung.eingetragen) continue;
     bindung.feld->setText(bindung.modell->text);
+    if (!bindung.feld->hasFocus()) bindung.feld->setCursorPosition(0);  // a long text shows its beginning
     bindung.eingetragen = bindung.modell->text;
   }
   for (auto& [knopf, modell] : knoepfe_) knopf->setEnabled(modell->ein);
