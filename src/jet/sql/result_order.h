@@ -28,12 +28,18 @@ class ResultOrder {
 
  private:
   struct Entry {
-    std::uint64_t first = 0, second = 0;  // the first 16 bytes of the key as numbers
+    std::uint64_t high = 0, low = 0;  // 16 bytes of the key as numbers; the first when the row is added
     std::size_t begin = 0;
     std::uint32_t length = 0;
     std::uint32_t number = 0;
   };
-  bool less(const Entry& left, const Entry& right) const;
+  using Entries = std::vector<Entry>::iterator;
+
+  void load(Entry& entry, std::size_t depth) const;
+  bool isInOrder() const;
+  // Sorts entries whose keys are equal up to `depth` and that have the 16 bytes from there loaded.
+  void sort(Entries begin, Entries end, std::size_t depth);
+  bool placesLess(const Entry& left, const Entry& right) const;
 
   std::size_t tableCount_ = 0;
   std::vector<std::uint32_t> places_;
