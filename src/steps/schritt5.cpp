@@ -74,8 +74,9 @@ std::vector<Empfaenger> empfaengerLesen(Umgebung& umgebung, const Liste& quelle,
             u"SELECT ID, Namen, Adresse, Telefon, IBAN, BIC FROM Namensliste WHERE ID = "_s +
                 QString::number(id),
             false, true, fehler)) {
-      umgebung.protokoll.schreiben(
-          u"Person %1 wurde in der Namensliste nicht gefunden und übersprungen."_s.arg(id));
+      const QString grund = fehler ? u"konnte in der Namensliste nicht gelesen werden"_s
+                                   : u"wurde in der Namensliste nicht gefunden"_s;
+      umgebung.protokoll.schreiben(u"Person %1 "_s.arg(id) + grund + u" und wurde übersprungen."_s);
       continue;
     }
     empfaenger.push_back({id, typen.text(person->feld(u"Namen")), typen.text(person->feld(u"Adresse")),

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 namespace pelvanto {
 namespace {
 
-const QString kPfad = u"/prog/Verbindo.mdb"_s;
+const QString kDatenbank = u"/prog/Verbindo.mdb"_s;
 
 class AbfragenTest : public testing::Test {
  protected:
@@ -20,7 +20,7 @@ class AbfragenTest : public testing::Test {
         .gruppe(6, std::nullopt);
     datenbank.person({.id = 1, .namen = u"Maier Hans"});
     programm.datenbankAnlegen(datenbank);
-    verbindung = routinen.direktOeffnen(kPfad, true);
+    verbindung = routinen.direktOeffnen(kDatenbank, true);
   }
   bool snapshot(const QString& sql, bool meldungZeigen = false, bool nurMitDatensaetzen = false) {
     return routinen.SnapshotOeffnen(*verbindung, abfrage, sql, meldungZeigen, nurMitDatensaetzen, fehler);
@@ -145,7 +145,7 @@ TEST_F(AbfragenTest, WrongQueriesAreNamedByTheirKind) {
 TEST_F(AbfragenTest, DirectOpeningThrowsTheTypedError) {
   programm.jet.gesperrteOeffnungen = 1;
   try {
-    routinen.direktOeffnen(kPfad, true);
+    routinen.direktOeffnen(kDatenbank, true);
     ADD_FAILURE() << "no error";
   } catch (const Datenbankfehler& gefangen) {
     EXPECT_EQ(gefangen.nummer, 3045);
@@ -154,12 +154,12 @@ TEST_F(AbfragenTest, DirectOpeningThrowsTheTypedError) {
 }
 
 TEST_F(AbfragenTest, TheStampTellsWhetherSomebodyWrote) {
-  EXPECT_EQ(routinen.stand(kPfad), verbindung->anfangsstand());
+  EXPECT_EQ(routinen.stand(kDatenbank), verbindung->anfangsstand());
   EXPECT_EQ(verbindung->stand(), verbindung->anfangsstand());
   ++programm.jet.fremdeSchreibzeit;
-  EXPECT_NE(routinen.stand(kPfad), verbindung->anfangsstand());
+  EXPECT_NE(routinen.stand(kDatenbank), verbindung->anfangsstand());
   programm.jet.gesperrteOeffnungen = 1;
-  EXPECT_EQ(routinen.stand(kPfad), std::nullopt);
+  EXPECT_EQ(routinen.stand(kDatenbank), std::nullopt);
 }
 
 }  // namespace

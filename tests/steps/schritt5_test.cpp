@@ -127,7 +127,7 @@ TEST_F(Schritt5Test, WhoHasGoneIsSkippedWithALine) {
   EXPECT_EQ(feld(seite.lvwListe5, 0), QStringList("b"));
   EXPECT_EQ(seite.lvwAusgeschieden5.anzahl(), 0);
   EXPECT_EQ(programm.protokoll(),
-            QStringList(u"Person 1 wurde in der Namensliste nicht gefunden und übersprungen."_s));
+            QStringList(u"Person 1 wurde in der Namensliste nicht gefunden und wurde übersprungen."_s));
   EXPECT_EQ(meldung(), Meldung{});
 }
 
