@@ -15,8 +15,8 @@
 namespace jet::create {
 
 struct TableBuilder::State {
-  State(PageArray& pages, const TableSpec& spec, std::uint32_t page)
-      : maps(pages, pages.allocate()), writer(pages, maps, page, layoutOf(spec), TableKind::User) {}
+  State(PageArray& pages, TableLayout layout, std::uint32_t page)
+      : maps(pages, pages.allocate()), writer(pages, maps, page, std::move(layout), TableKind::User) {}
 
   UsageMapRows maps;
   TableWriter writer;
@@ -24,8 +24,8 @@ struct TableBuilder::State {
 
 struct DatabaseBuilder::State {
   struct TableInProgress {
-    TableInProgress(PageArray& pages, const TableSpec& spec, std::uint32_t page)
-        : state(pages, spec, page), builder(state) {}
+    TableInProgress(PageArray& pages, TableLayout layout, std::uint32_t page)
+        : state(pages, std::move(layout), page), builder(state) {}
     TableBuilder::State state;
     TableBuilder builder;
   };
@@ -65,8 +65,9 @@ TableBuilder& DatabaseBuilder::addTable(TableSpec spec) {
       throw Error(ErrorKind::Constraint, "a table name twice");
     }
   }
+  TableLayout layout = layoutOf(spec);  // a refused table takes no page
   const std::uint32_t page = state_->pages.allocate();
-  state_->tables.push_back(std::make_unique<State::TableInProgress>(state_->pages, spec, page));
+  state_->tables.push_back(std::make_unique<State::TableInProgress>(state_->pages, std::move(layout), page));
   return state_->tables.back()->builder;
 }
 
