@@ -40,6 +40,8 @@ constexpr auto umschriften = std::to_array<Umschrift>({
 
 constexpr char32_t ersteNichtAscii = 0x80;
 
+bool istDruckbaresAscii(char32_t zeichen) { return zeichen >= U' ' && zeichen < 0x7F; }
+
 bool istAsciiBuchstabe(char32_t zeichen) {
   return (zeichen >= U'a' && zeichen <= U'z') || (zeichen >= U'A' && zeichen <= U'Z');
 }
@@ -93,14 +95,13 @@ QString nachArt(char32_t zeichen) {
 }  // namespace
 
 QString transliteriert(const QString& text) {
-  constexpr char32_t loeschzeichen = 0x7F;
   QString ergebnis;
   ergebnis.reserve(text.size());
   for (const char32_t zeichen : text.toUcs4()) {
-    if (const std::optional<QString> ersatz = ausTabelle(zeichen)) {
-      ergebnis += *ersatz;
-    } else if (zeichen >= U' ' && zeichen < loeschzeichen) {
+    if (istDruckbaresAscii(zeichen) && zeichen != U'<' && zeichen != U'>') {
       ergebnis += QChar(static_cast<char16_t>(zeichen));
+    } else if (const std::optional<QString> ersatz = ausTabelle(zeichen)) {
+      ergebnis += *ersatz;
     } else if (zeichen >= ersteNichtAscii) {
       ergebnis += nachArt(zeichen);
     }
@@ -115,6 +116,12 @@ QString SepaText(const QString& text) {
 }
 
 QByteArray xmlInhalt(const QString& text) {
+  const auto bleibt = [](QChar zeichen) {
+    return istDruckbaresAscii(zeichen.unicode()) && !QStringView(u"&<>\"'").contains(zeichen);
+  };
+  if (std::all_of(text.begin(), text.end(), bleibt)) {
+    return text.toLatin1();
+  }
   QByteArray inhalt;
   for (const char32_t zeichen : text.toUcs4()) {
     switch (zeichen) {
@@ -134,6 +141,10 @@ QByteArray xmlInhalt(const QString& text) {
         inhalt += "&apos;";
         break;
       default:
+        if (istDruckbaresAscii(zeichen)) {
+          inhalt += static_cast<char>(zeichen);
+          break;
+        }
         inhalt += transliteriert(QString::fromUcs4(&zeichen, 1)).toLatin1();
     }
   }

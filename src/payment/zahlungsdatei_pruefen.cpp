@@ -60,8 +60,9 @@ std::optional<Gelesen> lesen(const QByteArray& bytes) {
   Gelesen gelesen;
   const QByteArrayView alles(bytes);
   for (qsizetype anfang = 0; anfang < alles.size();) {
-    const qsizetype ende = alles.indexOf("\r\n", anfang);
-    if (ende < 0) {
+    const qsizetype umbruch = alles.indexOf('\n', anfang);
+    const qsizetype ende = umbruch - 1;
+    if (ende < anfang || alles.at(ende) != '\r') {
       return std::nullopt;
     }
     QByteArrayView zeile = alles.sliced(anfang, ende - anfang);
