@@ -36,23 +36,33 @@ std::size_t plausibleRowCount(const Table& table) {
 
 HashIndex::HashIndex(const Table& table, std::vector<HashColumn> columns)
     : table_(table), columns_(std::move(columns)) {
-  std::vector<Entry> read;
-  read.reserve(plausibleRowCount(table));
-  hashRows(table, columns_, [&read](std::uint64_t hash, RowId id) {
-    read.push_back({static_cast<std::uint32_t>(hash), id.pointer()});
+  entries_.reserve(plausibleRowCount(table));
+  hashRows(table, columns_, [this](std::uint64_t hash, RowId id) {
+    entries_.push_back({static_cast<std::uint32_t>(hash), id.pointer()});
   });
-
-  // Counting sort by bucket: keeps the stored order within each.
-  const unsigned bits = std::bit_width(std::max<std::size_t>(read.size() / rowsPerBucket, 1));
+  const unsigned bits = std::bit_width(std::max<std::size_t>(entries_.size() / rowsPerBucket, 1));
   shift_ = 32 - bits;
   starts_.assign((std::size_t{1} << bits) + 1, 0);
-  for (const Entry& entry : read) ++starts_[(entry.hash >> shift_) + 1];
+  for (const Entry& entry : entries_) ++starts_[(entry.hash >> shift_) + 1];
   for (std::size_t bucket = 1; bucket < starts_.size(); ++bucket) starts_[bucket] += starts_[bucket - 1];
-  entries_.resize(read.size());
-  for (const Entry& entry : read) entries_[starts_[entry.hash >> shift_]++] = entry;
-  // Every start has moved to its bucket's end: shift them back by one bucket.
-  std::copy_backward(starts_.begin(), starts_.end() - 1, starts_.end());
-  starts_.front() = 0;
+  sortIntoBuckets();
+}
+
+// In place: a second copy of the entries would be the largest piece of memory of many a session.
+void HashIndex::sortIntoBuckets() {
+  std::vector<std::uint32_t> next = starts_;
+  for (std::size_t bucket = 0; bucket + 1 < starts_.size(); ++bucket) {
+    for (std::uint32_t& position = next[bucket]; position < starts_[bucket + 1];) {
+      const std::size_t home = entries_[position].hash >> shift_;
+      if (home == bucket) {
+        ++position;
+      } else {
+        std::swap(entries_[position], entries_[next[home]++]);
+      }
+    }
+    std::sort(entries_.begin() + starts_[bucket], entries_.begin() + starts_[bucket + 1],
+              [](const Entry& left, const Entry& right) { return left.row < right.row; });
+  }
 }
 
 bool HashIndex::serves(const Table& table, std::span<const HashColumn> columns) const {

@@ -36,6 +36,8 @@ class HashIndex {
   std::span<const Entry> candidates(std::uint32_t hash) const;
 
  private:
+  void sortIntoBuckets();
+
   const Table& table_;
   std::vector<HashColumn> columns_;
   unsigned shift_ = 31;                // a hash belongs to the bucket hash >> shift_
