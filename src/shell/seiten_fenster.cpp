@@ -3,6 +3,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include <algorithm>
+
 #include "shell/bildknopf.h"
 #include "shell/listen_ansicht.h"
 
@@ -22,6 +24,9 @@ void SeitenFenster::zeigen() {
   for (Feldbindung& bindung : felder_) {
     // What the user typed meanwhile stays, unless the action itself changed the text.
     if (bindung.modell->text == bindung.eingetragen) continue;
+    // A stored text that is longer than what can be typed is shown, and kept, as a whole.
+    bindung.feld->setMaxLength(
+        std::max(bindung.hoechstlaenge, static_cast<int>(bindung.modell->text.size())));
     bindung.feld->setText(bindung.modell->text);
     if (!bindung.feld->hasFocus()) bindung.feld->setCursorPosition(0);  // a long text shows its beginning
     bindung.eingetragen = bindung.modell->text;
@@ -112,7 +117,10 @@ void SeitenFenster::textfeld(QLineEdit* feld, const QString& name, const QString
   feld->setMaxLength(hoechstlaenge);
   feld->setAccessibleName(zugaenglich);
   aufnehmen(feld, name, platz, Haftung::Links);
-  felder_.push_back({feld, &modell, {}});
+  felder_.push_back({feld, &modell, hoechstlaenge, {}});
+  connect(feld, &QLineEdit::textEdited, this, [feld, hoechstlaenge](const QString& text) {
+    feld->setMaxLength(std::max(hoechstlaenge, static_cast<int>(text.size())));
+  });
 }
 
 Bildknopf* SeitenFenster::knopf(const QString& name, const QString& bild, const QString& tooltip,

@@ -87,6 +87,7 @@ class SeitenFenster : public Rahmen {
   struct Feldbindung {
     QLineEdit* feld;
     Textfeld* modell;
+    int hoechstlaenge;
     QString eingetragen;
   };
   template <typename Steuerelement, typename Modell>
