@@ -22,16 +22,16 @@ class Row {
   Row() = default;
 
   RowId id() const { return id_; }
-  // `column` is the position in TableDefinition::columns. Long values are followed to their pages.
-  Value value(std::size_t column) const;
-  bool isNull(std::size_t column) const;
+  // `position` is that of the column in TableDefinition::columns. Long values are followed to their pages.
+  Value value(std::size_t position) const;
+  bool isNull(std::size_t position) const;
   // Fast ways for hot loops; both answer "not null". `asLong` is for byte, integer and long columns,
   // `asText` for text and memo columns (the target's old content is replaced).
-  bool asLong(std::size_t column, std::int32_t& target) const;
-  bool asText(std::size_t column, Text& target) const;
+  bool asLong(std::size_t position, std::int32_t& target) const;
+  bool asText(std::size_t position, Text& target) const;
   // The bytes of a value as they stand in the row (long values: their reference); nullopt for Null and for
   // booleans, which have none.
-  std::optional<std::span<const std::uint8_t>> stored(std::size_t column) const;
+  std::optional<std::span<const std::uint8_t>> stored(std::size_t position) const;
 
  private:
   friend class Table;

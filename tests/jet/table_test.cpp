@@ -114,6 +114,35 @@ TEST_F(WornTable, FetchRefusesWhatIsNoRowOfTheTable) {
   }
 }
 
+TEST(WideTable, HasADefinitionOfSeveralPages) {
+  create::TableSpec spec{.name = u"Breit", .columns = {}, .indexes = {}};
+  constexpr std::size_t columns = 200;
+  for (std::size_t i = 0; i < columns; ++i) {
+    Text name = u"Spalte mit einem recht langen Namen ";
+    name += static_cast<char16_t>(u'A' + i / 20);
+    name += static_cast<char16_t>(u'A' + i % 20);
+    spec.columns.push_back(
+        {.name = name, .type = i % 2 == 0 ? ColumnType::Integer : ColumnType::Text, .characters = 9});
+  }
+  create::DatabaseBuilder builder;
+  std::vector<Value> values;
+  for (std::size_t i = 0; i < columns; ++i) {
+    values.push_back(i % 2 == 0 ? Value(static_cast<std::int32_t>(i)) : Value(Text(i % 9, u'w')));
+  }
+  builder.addTable(spec).insert(values);
+  MemoryFiles files;
+  files.put("wide.mdb", builder.finish());
+  Database database(files, "wide.mdb");
+  const Table& table = database.table(u"Breit");
+  ASSERT_EQ(table.definition().columns.size(), columns);
+  EXPECT_EQ(table.definition().columns.back().name, spec.columns.back().name);
+  TableScan scan = table.scan();
+  Row row;
+  ASSERT_TRUE(scan.next(row));
+  EXPECT_EQ(valuesOf(row, table), values);
+  EXPECT_FALSE(scan.next(row));
+}
+
 // Changes to a sound file, byte by byte.
 class HurtTable : public WornTable {
  protected:
