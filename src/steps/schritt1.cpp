@@ -82,7 +82,7 @@ void ListeFuellen1(Umgebung& umgebung, Seiten& seiten) {
   seite.lvwListe1.leeren();
   umgebung.welt.oberflaeche.sanduhr(true);
 
-  const QString gruppe = getrimmt(seite.txtUnterlieferungGruppe.text);
+  const QString gruppe = ohneAeussereBlanks(seite.txtUnterlieferungGruppe.text);
   Mitglieder mitglieder;
   const bool gelesen =
       ungestoertLesen(umgebung, u"ListeFuellen1"_s, [&](std::unique_ptr<Verbindung>& verbindung) {

@@ -44,7 +44,7 @@ QStringList personendaten(Verbindung& verbindung, const DatenTypen& typen, int i
 Beitragszahler zahlerLesen(Umgebung& umgebung, const Seiten& seiten,
                            std::unique_ptr<Verbindung>& verbindung) {
   Beitragszahler zahler;
-  const QString basis = getrimmt(seiten.seite2.txtEinzahlungen.text);
+  const QString basis = ohneAeussereBlanks(seiten.seite2.txtEinzahlungen.text);
   const int jahr = umgebung.welt.uhr.jetzt().date().year();
   verbindung = umgebung.datenbank.direktOeffnen(umgebung.werte.DatenbankPfad, true);
   const auto jahresgruppe = [&](int welches) {

@@ -54,7 +54,7 @@ void filtern(Umgebung& umgebung, const Filterseite& seite) {
     liste->leeren();
   }
 
-  const QString gruppe = getrimmt(seite.gruppe.text);
+  const QString gruppe = ohneAeussereBlanks(seite.gruppe.text);
   Aufteilung aufteilung;
   if (gruppe.isEmpty()) {
     for (const Zeile& quelle : seite.quelle.zeilen()) aufteilung.behalten.push_back(uebernommen(quelle));

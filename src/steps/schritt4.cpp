@@ -42,14 +42,19 @@ std::vector<Mitglied> mitgliederMitMengeLesen(Umgebung& umgebung, const Seiten& 
       "Namensliste.UstPauschaliert, PersonenGruppen.GrosseGanzeZahl, Namensliste.UIDNummer"_s +
       mitgliederVerbund() +
       bezeichnungIst(u"PersonenGruppenBezeichnungen.Bezeichnung"_s,
-                     seiten.seite1.txtUnterlieferungGruppe.text) +
+                     ohneAeussereBlanks(seiten.seite1.txtUnterlieferungGruppe.text)) +
       u" AND PersonenID = "_s;
   std::vector<Mitglied> mitglieder;
   verbindung = umgebung.datenbank.direktOeffnen(umgebung.werte.DatenbankPfad, true);
   for (const Zeile& zeile : seiten.seite3b.lvwListe3b.zeilen()) {
     const int id = zeile.id();
     const Abfrage person = verbindung->abfragen(abfrageAnfang + QString::number(id));
-    if (person.amEnde()) continue;
+    if (person.amEnde()) {
+      umgebung.protokoll.schreiben(
+          u"Person %1 ist nicht mehr in der Gruppe der Mitglieder mit Unterlieferung und wurde "
+          "übersprungen."_s.arg(id));
+      continue;
+    }
     mitglieder.push_back(
         {id, typen.text(person.feld(u"Namen")), typen.text(person.feld(u"Adresse")),
          typen.text(person.feld(u"Telefon")), typen.ganzzahl(person.feld(u"GrosseGanzeZahl")),
@@ -68,7 +73,7 @@ void MilchmengeErkannt(Seite4& seite, const Mitglied& mitglied, int basis, const
                                                    {u"Netto"_s, 0.125, Ausrichtung::Rechts},
                                                    {u"Ust."_s, 0.075, Ausrichtung::Rechts, u"Ust"_s}}));
   }
-  const bool ohneUID = getrimmt(mitglied.uidNummer).size() < kKuerzesteUID;
+  const bool ohneUID = ohneAeussereBlanks(mitglied.uidNummer).size() < kKuerzesteUID;
   liste.hinzufuegen(zeilenschluessel(mitglied.id),
                     {mitglied.name, mitglied.adresse, Zahlenformat::ganzzahl(mitglied.menge, zeichen),
                      Zahlenformat::ganzzahl(basis, zeichen), QString(), ohneUID ? u"13"_s : u"10"_s});

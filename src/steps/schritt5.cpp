@@ -50,12 +50,12 @@ struct Sammlung {
 
 bool bankverbindungBrauchbar(const Empfaenger& empfaenger) {
   return empfaenger.bic.size() >= kKuerzesteBIC && empfaenger.iban.size() >= kKuerzesteIBAN &&
-         getrimmt(empfaenger.bic).size() <= kLaengsteBIC &&
+         ohneAeussereBlanks(empfaenger.bic).size() <= kLaengsteBIC &&
          ohneBlanks(empfaenger.iban).size() <= kLaengsteIBAN;
 }
 
 // As stored where that fits, else without its outer blanks.
-QString kundeBIC(const QString& bic) { return bic.size() <= kLaengsteBIC ? bic : getrimmt(bic); }
+QString kundeBIC(const QString& bic) { return bic.size() <= kLaengsteBIC ? bic : ohneAeussereBlanks(bic); }
 
 // Whoever cannot be found is left out, with a line in the log.
 std::vector<Empfaenger> empfaengerLesen(Umgebung& umgebung, const Liste& quelle,
@@ -133,9 +133,10 @@ void BankverbindungOKListe(Liste& liste, const Posten& posten, const Zahlenzeich
   const Empfaenger& empfaenger = posten.empfaenger;
   liste.hinzufuegen(
       zeilenschluessel(empfaenger.id),
-      {empfaenger.name, empfaenger.adresse, getrimmt(empfaenger.bic), getrimmt(empfaenger.iban),
-       Zahlenformat::waehrung(empfaenger.netto, zeichen), QString::number(empfaenger.satz) + u"%"_s,
-       Zahlenformat::waehrung(posten.steuer, zeichen), Zahlenformat::waehrung(posten.brutto, zeichen)});
+      {empfaenger.name, empfaenger.adresse, ohneAeussereBlanks(empfaenger.bic),
+       ohneAeussereBlanks(empfaenger.iban), Zahlenformat::waehrung(empfaenger.netto, zeichen),
+       QString::number(empfaenger.satz) + u"%"_s, Zahlenformat::waehrung(posten.steuer, zeichen),
+       Zahlenformat::waehrung(posten.brutto, zeichen)});
 }
 
 void BankverbindungFehltListe(Liste& liste, const Empfaenger& empfaenger) {
@@ -151,8 +152,8 @@ Ueberweisung alsUeberweisung(const Posten& posten, const QString& verwendungszwe
           kundeBIC(empfaenger.bic),
           posten.brutto,
           id,
-          gekuerzt(getrimmt(empfaenger.name), kLaengsterText),
-          gekuerzt(getrimmt(empfaenger.adresse), kLaengsterText),
+          gekuerzt(ohneAeussereBlanks(empfaenger.name), kLaengsterText),
+          gekuerzt(ohneAeussereBlanks(empfaenger.adresse), kLaengsterText),
           verwendungszweck,
           u"MitgliedID"_s + id};
 }
@@ -187,7 +188,8 @@ void sammlungZeigen(Umgebung& umgebung, Seiten& seiten, const Sammlung& sammlung
                     const std::array<Waehrung, 9>& betraege) {
   Seite5& seite = seiten.seite5;
   const Zahlenzeichen zeichen = umgebung.typen.zahlenzeichen();
-  const QString verwendungszweck = gekuerzt(getrimmt(seite.txtWortlautUeberweisung.text), kLaengsterText);
+  const QString verwendungszweck =
+      gekuerzt(ohneAeussereBlanks(seite.txtWortlautUeberweisung.text), kLaengsterText);
   seite.lvwListe5.leeren();
   seite.lvwAusgeschieden5.leeren();
   UeberweisungT tabelle;

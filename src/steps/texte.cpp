@@ -2,14 +2,6 @@
 
 namespace pelvanto {
 
-QString getrimmt(const QString& text) {
-  qsizetype anfang = 0;
-  qsizetype ende = text.size();
-  while (anfang < ende && text[anfang] == u' ') ++anfang;
-  while (ende > anfang && text[ende - 1] == u' ') --ende;
-  return text.mid(anfang, ende - anfang);
-}
-
 QString ohneBlanks(QString text) { return text.remove(u' '); }
 
 QString gekuerzt(const QString& text, int zeichen) {
