@@ -75,12 +75,13 @@ class AussehenTest : public testing::TestWithParam<Ansicht> {
       EXPECT_LE(noetig.height(), innen.height()) << label->objectName().toStdString();
     }
     for (const QLineEdit* feld : welt.fenster->findChildren<QLineEdit*>()) {
-      if (feld->isVisible()) EXPECT_LE(feld->fontMetrics().height() + 4, feld->height());
+      if (!feld->isVisible()) continue;
+      EXPECT_LE(feld->fontMetrics().height() + 4, feld->height());
     }
     for (const QGroupBox* rahmen : welt.fenster->findChildren<QGroupBox*>()) {
-      if (rahmen->isVisible())
-        EXPECT_LE(rahmen->fontMetrics().size(Qt::TextShowMnemonic, rahmen->title()).width() + 16,
-                  rahmen->width());
+      if (!rahmen->isVisible()) continue;
+      EXPECT_LE(rahmen->fontMetrics().size(Qt::TextShowMnemonic, rahmen->title()).width() + 16,
+                rahmen->width());
     }
     for (const ListenAnsicht* ansicht : welt.fenster->findChildren<ListenAnsicht*>()) {
       if (!ansicht->isVisible()) continue;
@@ -115,8 +116,9 @@ class AussehenTest : public testing::TestWithParam<Ansicht> {
       if (!kind->isVisible() || !(kind->focusPolicy() & Qt::TabFocus)) continue;
       EXPECT_FALSE(kind->accessibleName().isEmpty()) << kind->objectName().toStdString();
       EXPECT_FALSE(kind->objectName().isEmpty());
-      if (const auto* knopf = qobject_cast<const QAbstractButton*>(kind))
+      if (const auto* knopf = qobject_cast<const QAbstractButton*>(kind)) {
         EXPECT_EQ(knopf->accessibleName(), knopf->toolTip());
+      }
     }
     for (const auto* zaehler : welt.fenster->findChildren<QLabel*>())
       EXPECT_TRUE(zaehler->accessibleName().isEmpty()) << "a name would hide the text";
