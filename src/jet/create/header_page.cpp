@@ -47,8 +47,12 @@ void writeHeaderPage(std::span<std::uint8_t> page, std::uint32_t databaseKey, co
   put32(page, 0, 0x00000100);
   putText(page, 4, "Standard Jet DB");
   page[0x14] = 1;
-  for (std::uint32_t row = 0; row < 2; ++row) put32(page, mapPointers + 4 * row, 1 << 8 | row);
-  for (std::uint32_t table = 0; table < 4; ++table) put32(page, systemTables + 4 * table, 2 + table);
+  for (std::size_t row = 0; row < 2; ++row) {
+    put32(page, mapPointers + 4 * row, static_cast<std::uint32_t>(1 << 8 | row));
+  }
+  for (std::size_t table = 0; table < 4; ++table) {
+    put32(page, systemTables + 4 * table, static_cast<std::uint32_t>(2 + table));
+  }
   put16(page, codePage, 1252);
   put32(page, key, databaseKey);
   putPassword(page, passwordText);
