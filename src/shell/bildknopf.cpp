@@ -16,9 +16,9 @@ Bildknopf::Bildknopf(const QString& bild, int kante, QWidget* eltern)
 }
 
 void Bildknopf::bildSetzen() {
-  // The pictures at double size beside them (@2x) are found by their names.
   const QString stamm = QStringLiteral(":/icons/%1-%2").arg(bild_, istDunkel(palette()) ? "dunkel" : "hell");
   QIcon bilder;
+  // On screens of double size Qt finds the pictures of that size beside them by their names (@2x).
   bilder.addFile(stamm + ".png", {}, QIcon::Normal);
   bilder.addFile(stamm + "-aus.png", {}, QIcon::Disabled);
   setIcon(bilder);

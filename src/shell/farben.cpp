@@ -28,6 +28,20 @@ Farbpaar geloeschtfarben(bool dunkel) {
                 : Farbpaar{QColor(0xff, 0xc8, 0xd4), QColor(0x4a, 0x0a, 0x1c)};
 }
 
+QPalette mitLesbarerAuswahl(QPalette palette) {
+  constexpr double kLesbar = 4.5;
+  for (const auto gruppe : {QPalette::Active, QPalette::Inactive}) {
+    const QColor schrift = palette.color(gruppe, QPalette::HighlightedText);
+    const bool helleSchrift = leuchtdichte(schrift) > 0.2;
+    QColor grund = palette.color(gruppe, QPalette::Highlight);
+    for (int i = 0; i < 40 && kontrast(grund, schrift) < kLesbar; ++i)
+      grund = helleSchrift ? grund.darker(105) : grund.lighter(105);
+    palette.setColor(gruppe, QPalette::Highlight, grund);
+    palette.setColor(gruppe, QPalette::HighlightedText, schrift);
+  }
+  return palette;
+}
+
 double kontrast(const QColor& eine, const QColor& andere) {
   const double a = leuchtdichte(eine) + 0.05;
   const double b = leuchtdichte(andere) + 0.05;

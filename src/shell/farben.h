@@ -17,6 +17,8 @@ bool istDunkel(const QPalette& palette);
 Farbpaar zaehlerfarben(bool dunkel);
 // Counters of rows that were deleted by hand: pink.
 Farbpaar geloeschtfarben(bool dunkel);
+// The same palette with a ground of selected texts on which they read well (contrast of at least 4.5).
+QPalette mitLesbarerAuswahl(QPalette palette);
 // Contrast of two opaque colours, 1 to 21 (WCAG 2).
 double kontrast(const QColor& eine, const QColor& andere);
 

@@ -1,7 +1,7 @@
 #include "shell/haupt_fenster.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QIcon>
 #include <QLineEdit>
 #include <QScreen>
@@ -9,6 +9,7 @@
 #include <exception>
 
 #include "shell/einstellungen.h"
+#include "shell/farben.h"
 #include "shell/schrift.h"
 #include "shell/seite1_fenster.h"
 #include "shell/seite2_fenster.h"
@@ -39,6 +40,7 @@ HauptFenster::HauptFenster(Umgebung& umgebung) : umgebung_(umgebung) {
   setWindowTitle("Projekt Milvarte Auszahlungen");
   setWindowIcon(programmbild());
   setFont(fensterschrift());
+  auswahlFaerben();
   Ablauf& ablauf = *this;
   fenster_ = {new Seite1Fenster(seiten_.seite1, ablauf, this),
               new Seite2Fenster(seiten_.seite2, ablauf, this),
@@ -69,6 +71,22 @@ bool HauptFenster::starten() {
   });
   if (!gefunden) beendet_ = true;
   return gefunden;
+}
+
+// Follows the desktop's palette; only the selection is made readable where it is not.
+void HauptFenster::auswahlFaerben() {
+  const QPalette lesbar = mitLesbarerAuswahl(QApplication::palette());
+  QPalette eigene = palette();
+  for (const auto gruppe : {QPalette::Active, QPalette::Inactive}) {
+    for (const auto rolle : {QPalette::Highlight, QPalette::HighlightedText})
+      eigene.setColor(gruppe, rolle, lesbar.color(gruppe, rolle));
+  }
+  if (eigene != palette()) setPalette(eigene);
+}
+
+void HauptFenster::changeEvent(QEvent* ereignis) {
+  QWidget::changeEvent(ereignis);
+  if (ereignis->type() == QEvent::PaletteChange) auswahlFaerben();
 }
 
 void HauptFenster::zentrieren() {

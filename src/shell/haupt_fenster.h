@@ -34,6 +34,7 @@ class HauptFenster : public QWidget, private Ablauf {
  protected:
   void closeEvent(QCloseEvent* ereignis) override;
   void resizeEvent(QResizeEvent* ereignis) override;
+  void changeEvent(QEvent* ereignis) override;
 
  private:
   void ausfuehren(const std::function<void(Umgebung&, Seiten&)>& handlung) override;
@@ -47,6 +48,7 @@ class HauptFenster : public QWidget, private Ablauf {
   void weiterSperren();
   void fehlerMelden(int nummer, const QString& beschreibung);
   void zentrieren();
+  void auswahlFaerben();
 
   Umgebung& umgebung_;
   Seiten seiten_;

@@ -5,6 +5,7 @@
 
 #include "common/golden.h"
 #include "shell/fensterwelt.h"
+#include "support/windows1252.h"
 
 namespace pelvanto::test {
 namespace {
@@ -59,7 +60,7 @@ class GoldenFensterTest : public testing::TestWithParam<Goldfall> {
          {"UnterlieferungGruppe", "Einzahlungen", "GruppeNotwendig", "GruppeNotwendig3b", "GesamtBetrag",
           "EigeneIBAN", "EigeneBIC", "WortlautUeberweisung"})
       ini += QString("%1=%2\r\n").arg(schluessel, fall.wert(schluessel));
-    welt.schreiben("verbindo.ini", ini.toLatin1());
+    welt.schreiben("verbindo.ini", nachWindows1252(ini));
     const QDateTime erstellt = QDateTime::fromString(fall.wert("Erstellt"), Qt::ISODate);
     const int jahr = fall.wert("Jahr").toInt();
     welt.uhr.stellen(erstellt.date().year() == jahr ? erstellt

@@ -33,13 +33,12 @@ TEST(StartUndEnde, SettingsComeFromAndGoIntoTheirSectionAlone) {
   welt.feld("txtGesamtbetrag")->setText(" 12000 ");
   EXPECT_TRUE(welt.fenster->close());
   EXPECT_EQ(
-      welt.lesen("VERBINDO.INI"),
+      QString::fromLatin1(welt.lesen("VERBINDO.INI")),
       QString(
           "; Verbindo\r\n[Programm]\r\nLand=AT\r\n\r\n[AUSZAHLUNGEN]\r\nunterlieferunggruppe=Lieferung\r\n"
-          "Einzahlungen =Beitrag\r\nGruppeNotwendig=\r\nGruppeNotwendig3b=\r\nGesamtBetrag=12000\r\n"
+          "Einzahlungen = Beitrag \r\nGruppeNotwendig=\r\nGruppeNotwendig3b=\r\nGesamtBetrag=12000\r\n"
           "WortlautUeberweisung=GS - Qualitätszuschlag Milvarte\r\nUIDTreuhaender=\r\nEigeneIBAN=\r\n"
-          "EigeneBIC=\r\nEigenerName=Müller\r\nEigeneAdresse=\r\n[Fenster]\r\nLinks=12\r\n")
-          .toLatin1());
+          "EigeneBIC=\r\nEigenerName=Müller\r\nEigeneAdresse=\r\n[Fenster]\r\nLinks=12\r\n"));
   const QString protokoll = welt.protokoll();
   EXPECT_EQ(protokoll.count("INISpeichern: Auszahlungen / "), 11);
   EXPECT_TRUE(

@@ -59,10 +59,11 @@ TEST_F(TastaturTest, GroupNameTakesOnlyItsCharacters) {
   taste(Qt::Key_Delete);
   EXPECT_EQ(feld->text(), QString("b"));
   // Composed characters pass the filter too; what is pasted does not.
+  feld->clear();
   QInputMethodEvent zusammengesetzt;
   zusammengesetzt.setCommitString("'ä");
   QApplication::sendEvent(feld, &zusammengesetzt);
-  EXPECT_EQ(feld->text(), QString("äb"));
+  EXPECT_EQ(feld->text(), QString("ä"));
   feld->clear();
   feld->insert("O'Neil");
   EXPECT_EQ(feld->text(), QString("O'Neil"));
@@ -136,13 +137,13 @@ TEST_F(TastaturTest, TabGoesThroughThePageInReadingOrder) {
   welt.bisSeite(1);
   welt.feld("txtEinzahlungen")->setFocus();
   QStringList folge;
-  for (int i = 0; i < 7; ++i) {
+  for (int i = 0; i < 8; ++i) {
     folge << fokusname();
     taste(Qt::Key_Tab);
   }
-  EXPECT_EQ(folge, QStringList({"txtEinzahlungen", "cmdErgebnisZeigen2", "cmdDrucken2", "cmdWeiter2",
-                                "lvwListe2", "lvwListeAusgeschieden2", "txtEinzahlungen"}))
-      << "the mail merge of the dropped list is off only while nobody was kept";
+  EXPECT_EQ(folge,
+            QStringList({"txtEinzahlungen", "cmdErgebnisZeigen2", "cmdDrucken2", "cmdWeiter2", "lvwListe2",
+                         "cmdSerienbriefe2Ausgeschieden", "lvwListeAusgeschieden2", "txtEinzahlungen"}));
 }
 
 TEST_F(TastaturTest, ButtonsOfLaterFunctionsSaySo) {
