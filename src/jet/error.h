@@ -20,10 +20,10 @@ enum class ErrorKind {
   Damaged,            // a structure in the file contradicts the format
   NoSuchTable,
   NoSuchColumn,
-  Sql,          // the query text is not understood
-  TypeMismatch, // values of types that cannot be compared or stored
-  Constraint,   // a row breaks a rule of its table (creating files)
-  Limit,        // larger than the format allows
+  Sql,           // the query text is not understood
+  TypeMismatch,  // values of types that cannot be compared or stored
+  Constraint,    // a row breaks a rule of its table (creating files)
+  Limit,         // larger than the format allows
 };
 
 // `what()` is an English sentence for developers; the German text for a clerk is made in database/.
