@@ -57,7 +57,8 @@ bool DatenbankRoutinen::DatenbankOeffnenVersuch(std::unique_ptr<Verbindung>& Ver
   try {
     Verbindung = direktOeffnen(Pfad, Schreibgeschuetzt);
     return true;
-  } catch (Datenbankfehler fehler) {
+  } catch (const Datenbankfehler& gefangen) {
+    Datenbankfehler fehler = gefangen;
     // What looks damaged while another program is writing is only half written: nobody may offer to replace
     // such a file.
     if (istBeschaedigung(fehler) && vorher != schreibspur(jetDateien_, Pfad)) {

@@ -28,7 +28,7 @@ class Vorfuehruhr : public Uhr {
 // Number characters of a language that is asked for.
 class Sprachschema : public Gebietsschema {
  public:
-  explicit Sprachschema(QLocale sprache) : sprache_(std::move(sprache)) {}
+  explicit Sprachschema(const QLocale& sprache) : sprache_(sprache) {}
   Zahlenzeichen zahlenzeichen() const override;
 
  private:
