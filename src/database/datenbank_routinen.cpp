@@ -79,8 +79,7 @@ bool DatenbankRoutinen::DatenbankOeffnen(std::unique_ptr<Verbindung>& Verbindung
   if (!dateien_.DateiVorhanden(Pfad)) return false;
 
   bool beschaedigt = false;
-  const QString stamm = Pfad.chopped(3);
-  Sicherungskopien kopien{{stamm + u"BAK"_s}, {stamm + u"KOM"_s}};
+  Sicherungskopien kopien;
   for (int versuch = 1; versuch <= kVersuche; ++versuch) {
     oberflaeche_.nachrichtenVerarbeiten();
     if (DatenbankOeffnenVersuch(Verbindung, Pfad, Schreibgeschuetzt, beschaedigt)) {

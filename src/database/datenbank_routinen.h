@@ -50,6 +50,7 @@ class DatenbankRoutinen {
   };
 
   void sicherungskopieAnbieten(const QString& Pfad, Sicherungskopien& kopien);
+  QString kopiepfad(const QString& Pfad, const QString& endung) const;
   void zeitLesen(Sicherungskopie& kopie, const QString& bezeichnung);
   void wiederherstellen(const QString& Pfad, const Sicherungskopie& kopie);
   bool kopieLesbar(const QString& kopie);

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "database/engine_saetze.h"
+
 using namespace Qt::StringLiterals;
 
 namespace pelvanto {
@@ -49,15 +51,14 @@ constexpr std::array kEintraege{
     Eintrag{jet::ErrorKind::Limit, 3047, u"Die Grenzen des Datenbankformats wurden überschritten: %2"},
 };
 
-// What is damaged, by the words of the engine's reason; the first that fits.
+// What is damaged, by a word of the engine's reason where the whole sentence is not known; the first that
+// fits.
 struct Schadensgrund {
   QStringView wort;
   QStringView deutsch;
 };
 
 constexpr std::array kSchadensgruende{
-    Schadensgrund{u"number of rows", u"die Zahl der Datensätze einer Tabelle stimmt nicht"},
-    Schadensgrund{u"row count", u"die Zahl der Datensätze einer Tabelle stimmt nicht"},
     Schadensgrund{u"usage map", u"das Verzeichnis der Seiten einer Tabelle ist fehlerhaft"},
     Schadensgrund{u"table definition", u"die Beschreibung einer Tabelle ist fehlerhaft"},
     Schadensgrund{u"column", u"die Beschreibung einer Tabelle ist fehlerhaft"},
@@ -73,6 +74,8 @@ QString schaden(const jet::Error& fehler) {
   const QString ort = fehler.page() ? u"Seite %1 ist beschädigt"_s.arg(*fehler.page())
                                     : u"der Aufbau der Datei ist beschädigt"_s;
   const QString grund = QString::fromStdString(fehler.reason());
+  const QString satz = aufDeutsch(fehler.reason());
+  if (satz != grund) return ort + u", "_s + satz + u"; "_s;
   for (const Schadensgrund& bekannt : kSchadensgruende) {
     if (grund.contains(bekannt.wort, Qt::CaseInsensitive))
       return ort + u", "_s + bekannt.deutsch.toString() + u"; "_s;
@@ -98,7 +101,7 @@ Datenbankfehler alsDatenbankfehler(const jet::Error& fehler, const QString& pfad
       return {eintrag.nummer, text + schaden(fehler) + kAbhilfe.toString()};
     if (fehler.kind() == jet::ErrorKind::Truncated) return {eintrag.nummer, text + kAbhilfe.toString()};
     if (fehler.kind() == jet::ErrorKind::NotADatabase) return {eintrag.nummer, text};
-    text.replace(u"%2"_s, QString::fromStdString(fehler.reason()));
+    text.replace(u"%2"_s, aufDeutsch(fehler.reason()));
     text.replace(u"%1"_s, pfad);
     return {eintrag.nummer, ohneSchadenstexte(text)};
   }

@@ -1,5 +1,6 @@
 // The backup copies beside a damaged database: which one is offered, and how it takes the database's place.
 #include "database/datenbank_routinen.h"
+#include "support/pfade.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,6 +13,14 @@ QString mitSekunden(const QDateTime& zeit) { return zeit.toString(u"dd.MM.yyyy H
 QString mitMinuten(const QDateTime& zeit) { return zeit.toString(u"dd.MM.yyyy HH:mm"); }
 
 }  // namespace
+
+// Like the database itself, its copies are found in any letter case.
+QString DatenbankRoutinen::kopiepfad(const QString& Pfad, const QString& endung) const {
+  const QString pfad = Pfad.chopped(endung.size()) + endung;
+  const QString ordner = OrdnerAusPfad(pfad);
+  if (ordner.isEmpty()) return pfad;
+  return pfadInJederSchreibweise(ordner, DateinameAusPfad(pfad), dateien_.dateisystem());
+}
 
 void DatenbankRoutinen::zeitLesen(Sicherungskopie& kopie, const QString& bezeichnung) {
   if (!dateien_.DateiVorhanden(kopie.datei)) return;
@@ -26,6 +35,8 @@ void DatenbankRoutinen::zeitLesen(Sicherungskopie& kopie, const QString& bezeich
 }
 
 void DatenbankRoutinen::sicherungskopieAnbieten(const QString& Pfad, Sicherungskopien& kopien) {
+  kopien.BAK.datei = kopiepfad(Pfad, u"BAK"_s);
+  kopien.KOM.datei = kopiepfad(Pfad, u"KOM"_s);
   zeitLesen(kopien.BAK, u"strBAK"_s);
   zeitLesen(kopien.KOM, u"strKOM"_s);
   const Sicherungskopie& kopie = kopien.KOM.zeit > kopien.BAK.zeit ? kopien.KOM : kopien.BAK;

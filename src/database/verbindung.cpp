@@ -3,6 +3,8 @@
 #include <new>
 #include <utility>
 
+#include "database/engine_saetze.h"
+
 using namespace Qt::StringLiterals;
 
 namespace pelvanto {
@@ -63,9 +65,7 @@ Verbindung::Verbindung(jet::FileSystem& dateien, const QString& pfad, bool schre
     : pfad_(pfad), schreibgeschuetzt_(schreibgeschuetzt), anfangsstand_(dateistand(dateien, pfad)) {
   jet::OpenOptions optionen;
   if (warnung) {
-    optionen.warn = [warnung = std::move(warnung)](const std::string& text) {
-      warnung(QString::fromStdString(text));
-    };
+    optionen.warn = [warnung = std::move(warnung)](const std::string& text) { warnung(aufDeutsch(text)); };
   }
   uebersetzt(pfad_, [&] {
     datenbank_ = std::make_unique<jet::Database>(dateien, alsDateipfad(pfad_), std::move(optionen));

@@ -124,22 +124,55 @@ TEST_F(AbfragenTest, ATableThatIsNotThereLeavesTwoLinesAndABoxOnRequest) {
                   u") in Prozedur TabelleOeffnen in Modul DatenbankRoutinen\r\n\r\nSELECTION"_s}}));
 }
 
-TEST_F(AbfragenTest, WrongQueriesAreNamedByTheirKind) {
-  const std::pair<QString, int> abfragen[] = {
-      {u"SELECT ID FROM Namensliste WHERE Namen = 'd'Arc'"_s, 3075},
-      {u"DELETE FROM Namensliste"_s, 3075},
-      {u"SELECT Gibtsnicht FROM Namensliste"_s, 3265},
+TEST_F(AbfragenTest, WrongQueriesAreNamedByTheirKindAndInGerman) {
+  const QString unverstaendlich = u"Die Abfrage ist nicht verständlich: "_s;
+  const QString typen = u"Die Datentypen in der Abfrage passen nicht zueinander: "_s;
+  const std::tuple<QString, int, QString> abfragen[] = {
+      {u"SELECT ID FROM Namensliste WHERE Namen = 'd'Arc'"_s, 3075,
+       unverstaendlich + u"Arc bei Zeichen 45; erwartet wird AND, ORDER BY oder das Ende"_s},
+      {u"SELECT ID FROM Namensliste WHERE Namen = 'd''"_s, 3075,
+       unverstaendlich + u"'d'' bei Zeichen 42; das schließende Anführungszeichen fehlt"_s},
+      {u"SELECT ID FROM"_s, 3075,
+       unverstaendlich +
+           u"sie endet zu früh, nämlich bei Zeichen 15; erwartet wird der Name einer Tabelle"_s},
+      {u"DELETE FROM Namensliste"_s, 3075,
+       unverstaendlich + u"DELETE bei Zeichen 1; eine Abfrage beginnt mit SELECT"_s},
+      {u"SELECT ID FROM Namensliste ORDER BY ID Namen"_s, 3075,
+       unverstaendlich + u"Namen bei Zeichen 40; erwartet wird ein Komma, ASC, DESC oder das Ende"_s},
+      {u"SELECT Gibtsnicht FROM Namensliste"_s, 3265,
+       u"Das Feld wurde in der Abfrage nicht gefunden: Gibtsnicht"_s},
+      {u"SELECT ID FROM Gibtsnicht"_s, 3078,
+       u"Die Tabelle wurde in der Datenbank nicht gefunden: Gibtsnicht"_s},
+      {u"SELECT ID FROM Namensliste WHERE ID = 'eins'"_s, 3464,
+       typen + u"das Feld ID lässt sich nicht mit 'eins' vergleichen"_s},
   };
-  for (const auto& [sql, nummer] : abfragen) {
+  for (const auto& [sql, nummer, beschreibung] : abfragen) {
     SCOPED_TRACE(sql.toStdString());
     try {
       verbindung->abfragen(sql);
       ADD_FAILURE() << "no error";
     } catch (const Datenbankfehler& gefangen) {
-      EXPECT_EQ(gefangen.nummer, nummer) << gefangen.beschreibung.toStdString();
+      EXPECT_EQ(gefangen.nummer, nummer);
+      EXPECT_EQ(gefangen.beschreibung, beschreibung) << gefangen.beschreibung.toStdString();
       EXPECT_EQ(verbindung->letzteAbfrage(), sql);
     }
   }
+}
+
+TEST_F(AbfragenTest, AStaleCountOfRowsIsOneGermanLineInTheLog) {
+  const std::uint32_t seite =
+      jet::Database(programm.jet, alsDateipfad(kDatenbank)).table(u"Namensliste").definition().page;
+  constexpr qsizetype zaehler = 16;  // where a table definition keeps its count
+  QByteArray bytes = programm.dateien.inhalt(kDatenbank);
+  bytes[qsizetype(seite) * 4096 + zaehler] = 5;
+  programm.dateien.anlegen(kDatenbank, bytes);
+  verbindung = routinen.direktOeffnen(kDatenbank, true);
+  ASSERT_TRUE(snapshot(u"SELECT ID FROM Namensliste"_s));
+  EXPECT_EQ(abfrage->anzahl(), 1);
+  EXPECT_EQ(programm.protokoll(),
+            QStringList(u"Hinweis zur Datenbank: Die Tabelle Namensliste hat 1 Datensätze, ihr Zähler nennt "
+                        "5; ein Index bestätigt die Datensätze."_s));
+  EXPECT_TRUE(programm.fehlerprotokoll().isEmpty());
 }
 
 TEST_F(AbfragenTest, DirectOpeningThrowsTheTypedError) {

@@ -172,6 +172,21 @@ TEST_F(DatenbankOeffnenTest, ADamagedFileIsReplacedByTheYoungerCopy) {
   }
 }
 
+TEST_F(DatenbankOeffnenTest, CopiesAreFoundInAnyLetterCase) {
+  const QString bak = u"/prog/verbindo.Bak"_s;
+  const QString kom = u"/prog/VERBINDO.kom"_s;
+  beschaedigteDatenbank();
+  kopie(bak, vor(0));
+  kopie(kom, vor(1));
+  programm.meldungen.antworten = {Antwort::Ja};
+  EXPECT_TRUE(oeffnen());
+  EXPECT_EQ(zeilenMit(u"strBAK = "_s + bak), 1);
+  EXPECT_EQ(zeilenMit(u"strKOM = "_s + kom), 1);
+  EXPECT_EQ(zeilenMit(bak + u" in "_s + kPfad + u" umbenannt."_s), 1);
+  EXPECT_FALSE(programm.dateien.existiert(bak));
+  EXPECT_TRUE(programm.dateien.existiert(kom));
+}
+
 TEST_F(DatenbankOeffnenTest, OldCopiesAreNotOffered) {
   beschaedigteDatenbank();
   kopie(kBAK, vor(3));

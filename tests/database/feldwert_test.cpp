@@ -104,6 +104,12 @@ TEST(DatenbankfehlerTest, DamageNamesThePageAndTheReason) {
   EXPECT_EQ(text(jet::Error(jet::ErrorKind::Damaged, "something new")),
             u"Nicht erkennbares Datenbankformat: der Aufbau der Datei ist beschädigt; bitte die Datenbank in "
             "Verbindo reparieren und komprimieren"_s);
+  EXPECT_EQ(
+      text(jet::Error(jet::ErrorKind::Damaged,
+                      "Table Index has 12 rows, its count says 13, and no index confirms either", 4)),
+      u"Nicht erkennbares Datenbankformat: Seite 4 ist beschädigt, die Tabelle Index hat 12 Datensätze, "
+      "ihr Zähler nennt 13, und kein Index bestätigt eine der beiden Zahlen; bitte die Datenbank in "
+      "Verbindo reparieren und komprimieren"_s);
 }
 
 }  // namespace
