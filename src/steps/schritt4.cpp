@@ -101,12 +101,16 @@ Mengen listenFuellen(Seite4& seite, const std::vector<Mitglied>& mitglieder, con
   return mengen;
 }
 
+void zaehlerZeigen4(Seite4& seite) {
+  seite.lblErgebnis4.text = QString::number(seite.lvwListe4.anzahl());
+  seite.lblAusgeschieden4.text = QString::number(seite.lvwAusgeschieden4.anzahl());
+}
+
 void mengenZeigen(Seite4& seite, const Mengen& mengen, Waehrung gesamtbetrag, const Zahlenzeichen& zeichen) {
   seite.lblMengeFuerBerechnung.text = Zahlenformat::ganzzahl(mengen.basis, zeichen);
   seite.lblMengeGesamt.text = Zahlenformat::ganzzahl(mengen.gesamt, zeichen);
-  seite.lblErgebnis4.text = QString::number(seite.lvwListe4.anzahl());
   seite.lblErgebnis4Ueber50000.text = QString::number(mengen.ueberHoechstmenge);
-  seite.lblAusgeschieden4.text = QString::number(seite.lvwAusgeschieden4.anzahl());
+  zaehlerZeigen4(seite);
   if (mengen.basis > 0) {
     const double preis = gesamtbetrag.alsDouble() / static_cast<double>(mengen.basis);
     seite.lblPreisProKilo.text = Zahlenformat::dezimal(preis, 3, zeichen) + u" €"_s;
@@ -138,9 +142,15 @@ std::optional<Aufstellung> betraegeBerechnen(const DatenTypen& typen, const List
 // The step ends here: the rows stand without amounts, and nobody may carry them on.
 void abbrechen(Umgebung& umgebung, Seite4& seite, const QString& grund) {
   umgebung.protokoll.fehler(u"ListeFuellen4: "_s + grund);
+  zaehlerZeigen4(seite);
   seite.lblVerteilt.text = Zahlenformat::waehrung({}, umgebung.typen.zahlenzeichen());
   seite.cmdWeiter4.ein = false;
   umgebung.welt.meldungen.zeigen({grund, Symbol::Kritisch});
+}
+
+QString gesamtbetragZuGross() {
+  return u"Der Gesamtbetrag ist zu groß, die Beträge der Mitglieder können nicht berechnet werden. Bitte "
+         "prüfen Sie den Gesamtbetrag und die Milchmengen der Mitglieder."_s;
 }
 
 void auszahlungVerteilen(Umgebung& umgebung, Seite4& seite, const Mengen& mengen, Waehrung gesamtbetrag,
@@ -157,10 +167,7 @@ void auszahlungVerteilen(Umgebung& umgebung, Seite4& seite, const Mengen& mengen
   const std::optional<Aufstellung> aufstellung =
       betraegeBerechnen(umgebung.typen, seite.lvwListe4, gesamtbetrag, mengen.basis);
   if (!aufstellung) {
-    abbrechen(
-        umgebung, seite,
-        u"Der Gesamtbetrag ist zu groß, die Beträge der Mitglieder können nicht berechnet werden. Bitte "
-        "prüfen Sie den Gesamtbetrag und die Milchmengen der Mitglieder."_s);
+    abbrechen(umgebung, seite, gesamtbetragZuGross());
     return;
   }
   for (int i = 0; i < seite.lvwListe4.anzahl(); ++i) {
@@ -176,10 +183,14 @@ void auszahlungVerteilen(Umgebung& umgebung, Seite4& seite, const Mengen& mengen
 
 void ListeFuellen4(Umgebung& umgebung, Seiten& seiten) {
   Seite4& seite = seiten.seite4;
-  const Waehrung gesamtbetrag = umgebung.typen.TextInCurrency(seite.txtGesamtbetrag.text);
+  const std::optional<Waehrung> gesamtbetrag = DatenTypen::BetragLesen(seite.txtGesamtbetrag.text);
   seite.lvwListe4.leeren();
   seite.lvwAusgeschieden4.leeren();
   if (seiten.seite3b.lvwListe3b.anzahl() == 0) return;
+  if (!gesamtbetrag) {
+    abbrechen(umgebung, seite, gesamtbetragZuGross());
+    return;
+  }
 
   std::vector<Mitglied> mitglieder;
   const bool gelesen =
@@ -187,20 +198,21 @@ void ListeFuellen4(Umgebung& umgebung, Seiten& seiten) {
         mitglieder = mitgliederMitMengeLesen(umgebung, seiten, verbindung);
       });
   if (!gelesen) {
-    seite.lblErgebnis4.text = seite.lblAusgeschieden4.text = QString::number(0);
+    zaehlerZeigen4(seite);
     seite.cmdWeiter4.ein = false;
     return;
   }
 
   const Zahlenzeichen zeichen = umgebung.typen.zahlenzeichen();
   const Mengen mengen = listenFuellen(seite, mitglieder, zeichen);
-  mengenZeigen(seite, mengen, gesamtbetrag, zeichen);
-  auszahlungVerteilen(umgebung, seite, mengen, gesamtbetrag, zeichen);
+  mengenZeigen(seite, mengen, *gesamtbetrag, zeichen);
+  auszahlungVerteilen(umgebung, seite, mengen, *gesamtbetrag, zeichen);
 }
 
 void txtGesamtbetrag_LostFocus(Umgebung& umgebung, Seite4& seite) {
-  seite.txtGesamtbetrag.text = Zahlenformat::waehrung(
-      umgebung.typen.TextInCurrency(seite.txtGesamtbetrag.text), umgebung.typen.zahlenzeichen());
+  const std::optional<Waehrung> betrag = DatenTypen::BetragLesen(seite.txtGesamtbetrag.text);
+  // What does not fit stays as it was typed: the step says so.
+  if (betrag) seite.txtGesamtbetrag.text = Zahlenformat::waehrung(*betrag, umgebung.typen.zahlenzeichen());
 }
 
 }  // namespace pelvanto

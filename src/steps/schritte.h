@@ -14,7 +14,8 @@ void ListeFuellen3b(Umgebung& umgebung, Seiten& seiten);            // schritt3.
 void ListeFuellen4(Umgebung& umgebung, Seiten& seiten);             // schritt4.cpp
 void DatentraegerDatenSammeln(Umgebung& umgebung, Seiten& seiten);  // schritt5.cpp
 
-// The focus of the field for the total amount has left it: the amount in the currency format.
+// The focus of the field for the total amount has left it: the amount in the currency format, unless it does
+// not fit.
 void txtGesamtbetrag_LostFocus(Umgebung& umgebung, Seite4& seite);
 
 // The run buttons. Those of steps 1 to 3b are off and show the hourglass while their step runs, also when it

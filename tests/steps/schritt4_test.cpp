@@ -128,11 +128,33 @@ TEST_F(Schritt4Test, AProductThatDoesNotFitStopsBeforeAnyAmount) {
   EXPECT_FALSE(seite.cmdWeiter4.ein);
 }
 
+TEST_F(Schritt4Test, ATotalThatDoesNotFitIsToldBeforeAnythingIsRead) {
+  mitglied(1, 1, u"a");
+  anlegen();
+  bisSchritt(4);
+  seite.txtGesamtbetrag.text = u"922.337.203.685.477,59"_s;
+  ausfuehren();
+  EXPECT_TRUE(meldung().text.startsWith(u"Der Gesamtbetrag ist zu groß"_s));
+  EXPECT_EQ(seite.lvwListe4.anzahl(), 0);
+  EXPECT_EQ(seite.lblErgebnis4.text + u'/' + seite.lblAusgeschieden4.text, u"0/0"_s);
+  EXPECT_EQ(seite.lblVerteilt.text, u"0,00 €"_s);
+  EXPECT_FALSE(seite.cmdWeiter4.ein);
+
+  seite.txtGesamtbetrag.text = u"7"_s;
+  ausfuehren();
+  EXPECT_EQ(feld(seite.lvwListe4, 4), QStringList(u"7,00 €"_s));
+  EXPECT_TRUE(seite.cmdWeiter4.ein);
+}
+
 TEST_F(Schritt4Test, TheTotalShowsAsAnAmountWhenItsFieldIsLeft) {
   const std::pair<QString, QString> faelle[] = {
-      {u"12000"_s, u"12.000,00 €"_s},     {u"12.000,50"_s, u"12.000,50 €"_s},
-      {u"12,000.50"_s, u"12.000,50 €"_s}, {u"12.000,50 €"_s, u"12.000,50 €"_s},
-      {QString(), u"0,00 €"_s},           {u"-5"_s, u"-5,00 €"_s},
+      {u"12000"_s, u"12.000,00 €"_s},
+      {u"12.000,50"_s, u"12.000,50 €"_s},
+      {u"12,000.50"_s, u"12.000,50 €"_s},
+      {u"12.000,50 €"_s, u"12.000,50 €"_s},
+      {QString(), u"0,00 €"_s},
+      {u"-5"_s, u"-5,00 €"_s},
+      {u"99999999999999999"_s, u"99999999999999999"_s},
   };
   for (const auto& [eingabe, erwartet] : faelle) {
     seite.txtGesamtbetrag.text = eingabe;
