@@ -187,8 +187,9 @@ QDateTime alsDatum(const Feldwert& wert, const Gebietsschema& schema) {
   // The fraction is the time of day, before the zero date too.
   const double ganze = std::trunc(tage);
   const QDate tag = nulldatum().date().addDays(static_cast<qint64>(ganze));
-  const auto sekunden = static_cast<int>(std::lround(std::fabs(tage - ganze) * 86400.0));
-  return QDateTime(tag, QTime(0, 0)).addSecs(sekunden);
+  constexpr int sekundenJeTag = 86400;
+  const auto sekunden = static_cast<int>(std::lround(std::fabs(tage - ganze) * sekundenJeTag));
+  return {tag.addDays(sekunden / sekundenJeTag), QTime(0, 0).addSecs(sekunden % sekundenJeTag)};
 }
 
 }  // namespace umwandlung

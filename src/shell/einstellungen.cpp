@@ -2,11 +2,11 @@
 
 #include <array>
 
+#include "support/blanks.h"
+
 namespace pelvanto {
 
 namespace {
-
-constexpr auto kAbschnitt = "Auszahlungen";
 
 struct Einstellung {
   const char* schluessel;
@@ -29,24 +29,18 @@ constexpr std::array<Einstellung, 11> kEinstellungen{{
     {"EigeneAdresse", "", [](Seiten& s) -> Textfeld& { return s.seite5.txtEigeneAdresse; }},
 }};
 
-QString ohneAeussereBlanks(const QString& text) {
-  qsizetype anfang = 0;
-  qsizetype ende = text.size();
-  while (anfang < ende && text[anfang] == u' ') ++anfang;
-  while (ende > anfang && text[ende - 1] == u' ') --ende;
-  return text.mid(anfang, ende - anfang);
-}
-
 }  // namespace
 
 void einstellungenLesen(const FunktionenFürINI& ini, Seiten& seiten) {
   for (const Einstellung& einstellung : kEinstellungen)
-    einstellung.feld(seiten).text = ini.INILesen(kAbschnitt, einstellung.schluessel, einstellung.vorgabe);
+    einstellung.feld(seiten).text =
+        ini.INILesen(abschnittAuszahlungen, einstellung.schluessel, einstellung.vorgabe);
 }
 
 void einstellungenSpeichern(FunktionenFürINI& ini, Seiten& seiten) {
   for (const Einstellung& einstellung : kEinstellungen) {
-    ini.INISpeichern(kAbschnitt, einstellung.schluessel, ohneAeussereBlanks(einstellung.feld(seiten).text));
+    ini.INISpeichern(abschnittAuszahlungen, einstellung.schluessel,
+                     ohneAeussereBlanks(einstellung.feld(seiten).text));
   }
 }
 

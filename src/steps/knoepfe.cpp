@@ -54,9 +54,8 @@ void cmdErgebnisZeigen4_Click(Umgebung& umgebung, Seiten& seiten) { ListeFuellen
 
 void cmdDatentraegerErstellen_Click(Umgebung& umgebung, Seiten& seiten) {
   seiten.seite5.cmdDatentraegerErstellen.ein = false;
-  const QString abschnitt = u"Auszahlungen"_s;
-  const QString iban = ohneBlanks(umgebung.ini.INILesen(abschnitt, u"EigeneIBAN"_s, {}));
-  const QString bic = umgebung.ini.INILesen(abschnitt, u"EigeneBIC"_s, {});
+  const QString iban = ohneBlanks(umgebung.ini.INILesen(abschnittAuszahlungen, u"EigeneIBAN"_s, {}));
+  const QString bic = umgebung.ini.INILesen(abschnittAuszahlungen, u"EigeneBIC"_s, {});
   // Whatever becomes of the file: the same table is never written twice.
   const UeberweisungT tabelle = std::exchange(seiten.ueberweisungT, std::nullopt).value_or(UeberweisungT{});
   QString pfad;

@@ -2,14 +2,6 @@
 
 namespace pelvanto {
 
-namespace {
-
-QString heutigesProtokoll(const Uhr& uhr) {
-  return uhr.jetzt().date().toString(QStringLiteral("yy_MM_dd")) + QStringLiteral(".txt");
-}
-
-}  // namespace
-
 bool DateienFinden::DateiKopieren(const QString& quelle, const QString& ziel,
                                   const Kopieroptionen& optionen) {
   const QString namen = quelle + QStringLiteral(" ---> ") + ziel;
@@ -39,7 +31,7 @@ bool DateienFinden::DateiKopieren(const QString& quelle, const QString& ziel,
   }
   protokoll_.schreiben(QStringLiteral("FileCopy wurde fehlerfrei ausgeführt."), 4);
   protokoll_.schreiben(protokollGroesse(*neueLaenge) + QStringLiteral(", ") + ziel, 8);
-  if (quelle.contains(heutigesProtokoll(uhr_))) {
+  if (quelle.contains(tagesprotokoll(uhr_.jetzt().date()))) {
     return false;  // it grows while it is copied: the sizes say nothing
   }
   if (*laenge != *neueLaenge) {

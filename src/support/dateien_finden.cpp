@@ -1,5 +1,7 @@
 #include "support/dateien_finden.h"
 
+#include <algorithm>
+
 #include "support/pfade.h"
 #include "support/programm_ende.h"
 
@@ -7,7 +9,7 @@ namespace pelvanto {
 
 namespace {
 
-bool enthaeltTrenner(const QString& name) { return name.contains(u'/') || name.contains(u'\\'); }
+bool enthaeltTrenner(const QString& name) { return std::any_of(name.begin(), name.end(), istPfadtrenner); }
 
 void zugriffVerweigertMelden(Meldungen& meldungen, const QString& datei) {
   meldungen.zeigen({datei + QStringLiteral("\nAuf diese Datei kann nicht zugegriffen werden! "
@@ -20,7 +22,7 @@ void zugriffVerweigertMelden(Meldungen& meldungen, const QString& datei) {
 // Lengths of what must not be taken apart at the start of a path: "C:\", "\\server\share\", "/".
 qsizetype wurzellaenge(const QString& pfad) {
   const auto istTrenner = [&](qsizetype stelle) {
-    return stelle < pfad.size() && (pfad.at(stelle) == u'/' || pfad.at(stelle) == u'\\');
+    return stelle < pfad.size() && istPfadtrenner(pfad.at(stelle));
   };
   if (pfad.size() > 1 && pfad.at(1) == u':') {
     return istTrenner(2) ? 3 : 2;
@@ -85,20 +87,17 @@ bool DateienFinden::FileExists(const QString& datei) {
 }
 
 bool DateienFinden::DateiVorhanden(QString& datei) const {
-  const auto istDatei = [this](const QString& pfad) {
-    return dateien_.existiert(pfad) && !dateien_.istOrdner(pfad);
-  };
   if (datei.isEmpty()) {
     return false;
   }
-  if (istDatei(datei)) {
+  if (istDatei(datei, dateien_)) {
     return true;
   }
   if (enthaeltTrenner(datei)) {
     return false;
   }
   datei = pfadVerbinden(programmOrdner_, datei);
-  return istDatei(datei);
+  return istDatei(datei, dateien_);
 }
 
 bool DateienFinden::DateiVorhanden(const QString& datei) const {
@@ -116,7 +115,7 @@ bool DateienFinden::CreatePath(const QString& ordner) {
   bool gelungen = !ziel.isEmpty();
   for (qsizetype ende = wurzellaenge(ziel); gelungen && ende < ziel.size();) {
     ++ende;
-    while (ende < ziel.size() && !enthaeltTrenner(ziel.at(ende))) {
+    while (ende < ziel.size() && !istPfadtrenner(ziel.at(ende))) {
       ++ende;
     }
     const QString teil = ziel.left(ende);

@@ -1,11 +1,15 @@
 #pragma once
 
+#include <QLatin1StringView>
 #include <QString>
 
 #include "seams/dateisystem.h"
 #include "support/protokoll.h"
 
 namespace pelvanto {
+
+// This program's own section.
+inline constexpr QLatin1StringView abschnittAuszahlungen("Auszahlungen");
 
 // Single values of the settings file, which belongs to the contact program: every byte that is not the value
 // written stays as it was. Text is Windows-1252.

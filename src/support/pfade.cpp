@@ -4,20 +4,20 @@
 
 namespace pelvanto {
 
-namespace {
+bool istPfadtrenner(QChar zeichen) { return zeichen == u'/' || zeichen == u'\\'; }
 
-bool istTrenner(QChar zeichen) { return zeichen == u'/' || zeichen == u'\\'; }
-
-}  // namespace
+bool istDatei(const QString& pfad, const Dateisystem& dateien) {
+  return dateien.existiert(pfad) && !dateien.istOrdner(pfad);
+}
 
 QString pfadVerbinden(const QString& ordner, const QString& name) {
-  const bool getrennt = !ordner.isEmpty() && istTrenner(ordner.back());
+  const bool getrennt = !ordner.isEmpty() && istPfadtrenner(ordner.back());
   return getrennt ? ordner + name : ordner + QDir::separator() + name;
 }
 
 QString ordnerOhneTrenner(const QString& ordner) {
   QString ergebnis = ordner;
-  while (ergebnis.size() > 1 && istTrenner(ergebnis.back())) {
+  while (ergebnis.size() > 1 && istPfadtrenner(ergebnis.back())) {
     ergebnis.chop(1);
   }
   return ergebnis;

@@ -7,6 +7,9 @@
 
 namespace pelvanto {
 
+bool istPfadtrenner(QChar zeichen);
+// Exists and is not a folder.
+bool istDatei(const QString& pfad, const Dateisystem& dateien);
 // Folder and name with the system's own separator between them.
 QString pfadVerbinden(const QString& ordner, const QString& name);
 // Without separators at the end (the root folder keeps its own).

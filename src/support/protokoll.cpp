@@ -13,14 +13,6 @@ namespace {
 constexpr int tageZurueck = 99;
 constexpr QLatin1StringView zeilenende("\r\n");
 
-QString tagesprotokoll(const QDate& tag) {
-  return tag.toString(QStringLiteral("yy_MM_dd")) + QStringLiteral(".txt");
-}
-
-bool istDatei(const Dateisystem& dateien, const QString& pfad) {
-  return dateien.existiert(pfad) && !dateien.istOrdner(pfad);
-}
-
 QString uhrzeit(const QDateTime& jetzt) { return jetzt.toString(QStringLiteral("HH:mm:ss")); }
 
 QString element(const QString& name, const QString& wert) {
@@ -46,6 +38,10 @@ QStringList dateiangaben(const Dateisystem& dateien, const QString& pfad) {
 
 }  // namespace
 
+QString tagesprotokoll(const QDate& tag) {
+  return tag.toString(QStringLiteral("yy_MM_dd")) + QStringLiteral(".txt");
+}
+
 QString protokollGroesse(qint64 bytes) {
   return bytes == 0 ? QString() : Zahlenformat::ganzzahl(bytes, Zahlenzeichen());
 }
@@ -67,7 +63,7 @@ QString Protokoll::fruehereProtokolle(const QDateTime& jetzt) {
   for (int tage = 1; tage <= tageZurueck && gefunden < marken.size(); ++tage) {
     const QDate tag = jetzt.date().addDays(-tage);
     const QString pfad = pfadVerbinden(ordner_, tagesprotokoll(tag));
-    if (!istDatei(dateien_, pfad)) {
+    if (!istDatei(pfad, dateien_)) {
       continue;
     }
     if (gefunden == 0 && tag.year() != jetzt.date().year()) {
@@ -87,7 +83,7 @@ QString Protokoll::fruehereProtokolle(const QDateTime& jetzt) {
 
 qint64 Protokoll::zeilenZaehlen(const QString& pfad) const {
   QByteArray inhalt;
-  if (!istDatei(dateien_, pfad) || !dateien_.lesen(pfad, inhalt).ok()) {
+  if (!istDatei(pfad, dateien_) || !dateien_.lesen(pfad, inhalt).ok()) {
     return 0;
   }
   return inhalt.count('\r');
@@ -98,7 +94,7 @@ void Protokoll::schreiben(const QString& text, int einzug, Zeile zeile) {
   const QString heute = pfadVerbinden(ordner_, tagesprotokoll(jetzt.date()));
   const QString eingezogen = QStringLiteral("  ") + QString(einzug, u' ') + text + zeilenende;
 
-  QString neu = istDatei(dateien_, heute) ? QString() : fruehereProtokolle(jetzt);
+  QString neu = istDatei(heute, dateien_) ? QString() : fruehereProtokolle(jetzt);
   neu += QStringLiteral("K ") + uhrzeit(jetzt) + eingezogen;
   dateien_.anhaengen(heute, nachWindows1252(neu));
   if (zeile == Zeile::Fehler) {

@@ -33,6 +33,9 @@ class Protokoll {
   bool neuesJahr_ = false;
 };
 
+// The name of a day's log: "26_11_16.txt".
+QString tagesprotokoll(const QDate& tag);
+
 // A file's size as the log writes it ("#,###": grouped by points, nothing for 0).
 QString protokollGroesse(qint64 bytes);
 

@@ -53,7 +53,8 @@ QByteArray nachWindows1252(const QString& text) {
   QByteArray bytes;
   bytes.reserve(text.size());
   for (const char32_t zeichen : text.normalized(QString::NormalizationForm_C).toUcs4()) {
-    bytes += alsByte(zeichen).value_or(ersatz(zeichen));
+    const std::optional<char> byte = alsByte(zeichen);
+    bytes += byte ? *byte : ersatz(zeichen);
   }
   return bytes;
 }

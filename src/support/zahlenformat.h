@@ -14,8 +14,8 @@ namespace Zahlenformat {
 QString ganzzahl(qint64 wert, const Zahlenzeichen& zeichen);
 // The user's currency format: two decimals, grouped, "-" in front of everything.
 QString waehrung(Waehrung wert, const Zahlenzeichen& zeichen);
-// `wert` with this many decimals (at least one digit in front, no grouping), ties away from zero as the
-// original format patterns do.
+// `wert` with this many decimals (at least one digit in front, no grouping), ties away from zero as
+// format patterns do.
 QString dezimal(double wert, int stellen, const Zahlenzeichen& zeichen);
 
 }  // namespace Zahlenformat
