@@ -1,11 +1,11 @@
 #include "shell/seite2_fenster.h"
 
 #include <QLabel>
-#include <QLineEdit>
 
 #include "shell/bildknopf.h"
 #include "shell/listen_ansicht.h"
 #include "shell/listen_texte.h"
+#include "shell/textfelder.h"
 
 namespace pelvanto {
 
@@ -13,7 +13,7 @@ Seite2Fenster::Seite2Fenster(Seite2& seite, Ablauf& ablauf, QWidget* eltern)
     : SeitenFenster("Frame2",
                     "2. Schritt: Mitglieder die heuer und letztes Jahr nicht bezahlt haben, ausscheiden",
                     ablauf, eltern) {
-  auto* einzahlungen = new QLineEdit(this);
+  auto* einzahlungen = new Eingabefeld(this);
   einzahlungen->setToolTip("z.B. Mitgliedsbeitrag");
   textfeld(einzahlungen, "txtEinzahlungen",
            "Bezeichnung für jährliche Einzahlungen-Gruppen ohne Jahreszahl:", {4275, 330, 2910, 345}, 40,

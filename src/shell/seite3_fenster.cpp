@@ -1,11 +1,11 @@
 #include "shell/seite3_fenster.h"
 
 #include <QLabel>
-#include <QLineEdit>
 
 #include "shell/bildknopf.h"
 #include "shell/listen_ansicht.h"
 #include "shell/listen_texte.h"
+#include "shell/textfelder.h"
 
 namespace pelvanto {
 
@@ -59,7 +59,7 @@ Seite3Fenster::Seite3Fenster(const Seite3Modell& modell, Ablauf& ablauf, QWidget
           "Schritt " + modell.schritt + ": Personen ausscheiden, die nicht in folgender &Gruppe sind:",
           ablauf, eltern) {
   const QString& endung = modell.endung;
-  auto* gruppe = new QLineEdit(this);
+  auto* gruppe = new Eingabefeld(this);
   gruppe->setToolTip("Leer lassen, wenn dieser Schritt übergangen werden soll");
   // The page's own caption is the label of this field.
   const QString zugaenglich = QString(title()).remove(u'&');

@@ -1,22 +1,22 @@
 #include "shell/seite5_fenster.h"
 
 #include <QLabel>
-#include <QLineEdit>
 
 #include "shell/bildknopf.h"
 #include "shell/listen_ansicht.h"
 #include "shell/listen_texte.h"
+#include "shell/textfelder.h"
 
 namespace pelvanto {
 
 Seite5Fenster::Seite5Fenster(Seite5& seite, Ablauf& ablauf, QWidget* eltern)
     : SeitenFenster("Frame5", "5. Schritt: Datenträger erstellen", ablauf, eltern) {
-  auto* wortlaut = new QLineEdit(this);
+  auto* wortlaut = new Eingabefeld(this);
   wortlaut->setToolTip("Geben Sie hier den Text ein, der auf der Überweisung vor den Beträgen stehen soll");
   textfeld(wortlaut, "txtWortlautUeberweisung", "Worlaut Überw.:", {2220, 300, 4335, 330}, 57,
            seite.txtWortlautUeberweisung);
   beschriftung("Label24", "Worlaut &Überw.:", {120, 300, 2040, 330}, wortlaut);
-  auto* uid = new QLineEdit(this);
+  auto* uid = new Eingabefeld(this);
   uid->setAlignment(Qt::AlignCenter);
   uid->setToolTip("Die UID vom Treuhänder wird auf den Bankauszügen stehen.");
   textfeld(uid, "txtUIDTreuhaender", "UID vom Treugeber:", {2220, 675, 1875, 330}, 8,
@@ -51,20 +51,20 @@ Seite5Fenster::Seite5Fenster(Seite5& seite, Ablauf& ablauf, QWidget* eltern)
 
 void Seite5Fenster::eigeneDaten(Seite5& seite) {
   QWidget* innen = rahmen("Frame8", "Eigene Daten für Bankbeleg", {120, 1050, 3975, 990});
-  auto* name = new QLineEdit(innen);
+  auto* name = new Eingabefeld(innen);
   textfeld(name, "txtEigenerName", "Name:", {1170, 1305, 2835, 315}, 35, seite.txtEigenerName);
   beschriftung("Label28", "&Name:", {210, 1305, 930, 315}, name, innen);
-  auto* adresse = new QLineEdit(innen);
+  auto* adresse = new Eingabefeld(innen);
   textfeld(adresse, "txtEigeneAdresse", "Adresse:", {1170, 1650, 2835, 315}, 35, seite.txtEigeneAdresse);
   beschriftung("Label29", "Ad&resse:", {210, 1650, 930, 315}, adresse, innen);
 }
 
 void Seite5Fenster::eigenesKonto(Seite5& seite) {
   QWidget* innen = rahmen("Frame6", "Eigenes Konto", {120, 2085, 3975, 990});
-  auto* bic = new QLineEdit(innen);
+  auto* bic = new Eingabefeld(innen);
   textfeld(bic, "txtBIC", "BIC:", {1170, 2340, 2835, 315}, 11, seite.txtBIC);
   beschriftung("Label30", "&BIC:", {210, 2340, 930, 315}, bic, innen);
-  auto* iban = new QLineEdit(innen);
+  auto* iban = new Eingabefeld(innen);
   textfeld(iban, "txtIBAN", "IBAN:", {1170, 2685, 2835, 315}, 27, seite.txtIBAN);
   beschriftung("Label31", "&IBAN:", {210, 2685, 930, 315}, iban, innen);
 }

@@ -14,6 +14,11 @@ namespace {
 
 bool zeichenErlaubt(QChar zeichen) { return TastenFiltern(zeichen.unicode(), true, {}, true, {}) != 0; }
 
+// AltGr counts as Ctrl+Alt on some systems, and types characters.
+bool nurMitAlt(const QKeyEvent& ereignis) {
+  return (ereignis.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier;
+}
+
 // The focus goes to another window or to a menu: the field is not left.
 bool bleibtImFeld(Qt::FocusReason grund) {
   return grund == Qt::ActiveWindowFocusReason || grund == Qt::PopupFocusReason ||
@@ -22,17 +27,24 @@ bool bleibtImFeld(Qt::FocusReason grund) {
 
 }  // namespace
 
+void Eingabefeld::keyPressEvent(QKeyEvent* ereignis) {
+  const QString zeichen = ereignis->text();
+  if (nurMitAlt(*ereignis) && !zeichen.isEmpty() && zeichen.front().isPrint()) {
+    ereignis->ignore();
+    return;
+  }
+  QLineEdit::keyPressEvent(ereignis);
+}
+
 void Gruppenfeld::keyPressEvent(QKeyEvent* ereignis) {
   const QString zeichen = ereignis->text();
   // Delete is a key without a character, although it comes with one; Alt belongs to the shortcuts.
-  const bool ohneZeichen =
-      zeichen.isEmpty() || ereignis->key() == Qt::Key_Delete ||
-      (ereignis->modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier;
+  const bool ohneZeichen = zeichen.isEmpty() || ereignis->key() == Qt::Key_Delete || nurMitAlt(*ereignis);
   if (!ohneZeichen && !std::all_of(zeichen.begin(), zeichen.end(), zeichenErlaubt)) {
     ereignis->accept();
     return;
   }
-  QLineEdit::keyPressEvent(ereignis);
+  Eingabefeld::keyPressEvent(ereignis);
 }
 
 void Gruppenfeld::inputMethodEvent(QInputMethodEvent* ereignis) {

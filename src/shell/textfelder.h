@@ -4,11 +4,21 @@
 
 namespace pelvanto {
 
-// The name of the delivery group: typed characters pass the key filter, Enter does nothing. What is pasted
-// comes in as it is.
-class Gruppenfeld : public QLineEdit {
+// A line of text. A letter with Alt is a shortcut, also while what it calls is switched off: it is never
+// typed.
+class Eingabefeld : public QLineEdit {
  public:
   using QLineEdit::QLineEdit;
+
+ protected:
+  void keyPressEvent(QKeyEvent* ereignis) override;
+};
+
+// The name of the delivery group: typed characters pass the key filter, Enter does nothing. What is pasted
+// comes in as it is.
+class Gruppenfeld : public Eingabefeld {
+ public:
+  using Eingabefeld::Eingabefeld;
 
  protected:
   void keyPressEvent(QKeyEvent* ereignis) override;
@@ -16,10 +26,10 @@ class Gruppenfeld : public QLineEdit {
 };
 
 // An amount: wholly selected when the focus comes, and announced when it has left for another control.
-class Betragsfeld : public QLineEdit {
+class Betragsfeld : public Eingabefeld {
   Q_OBJECT
  public:
-  using QLineEdit::QLineEdit;
+  using Eingabefeld::Eingabefeld;
 
  signals:
   void verlassen();

@@ -58,6 +58,9 @@ TEST_F(TastaturTest, GroupNameTakesOnlyItsCharacters) {
   taste(Qt::Key_Home);
   taste(Qt::Key_Delete);
   EXPECT_EQ(feld->text(), QString("b"));
+  // The letter of a shortcut whose button is off is not typed.
+  taste(Qt::Key_W, Qt::AltModifier);
+  EXPECT_EQ(feld->text(), QString("b"));
   // Composed characters pass the filter too; what is pasted does not.
   feld->clear();
   QInputMethodEvent zusammengesetzt;
