@@ -3,7 +3,7 @@
 #include "jet/check_findings.h"
 #include "jet/check_table.h"
 #include "jet/data_page.h"
-#include "jet/export.h"
+#include "jet/text_codec.h"
 
 namespace jet {
 

@@ -17,7 +17,8 @@ struct CheckReport {
 };
 
 // Every table, row, value, usage map and index: no page owned twice, row counts, every index in order,
-// complete and equal to the rows. Never throws for a damaged file: damage is reported.
+// complete and equal to the rows. Never throws for a damaged file: damage is reported. Errors: Io, Busy and
+// AccessDenied where the system does not let it read.
 CheckReport check(Database& database);
 
 }  // namespace jet

@@ -22,13 +22,14 @@ class CheckFindings {
   void remark(std::string sentence) { add(report_.remarks, std::move(sentence)); }
 
   // Runs a part of the check. False, and an error noted, if the file is damaged there. `where` is a text, or
-  // makes one: in hot loops it is hardly ever needed.
+  // makes one: in hot loops it is hardly ever needed. A failure of the system is no finding: it is thrown on.
   template <typename Where, std::invocable Part>
   bool attempt(const Where& where, Part&& part) {
     try {
       part();
       return true;
     } catch (const Error& damage) {
+      if (damage.kind() != ErrorKind::Damaged && damage.kind() != ErrorKind::Truncated) throw;
       if constexpr (std::invocable<const Where&>) {
         error(where() + ": " + damage.what() + ".");
       } else {

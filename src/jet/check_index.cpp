@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <optional>
 
-#include "jet/export.h"
 #include "jet/index.h"
 #include "jet/index_page.h"
+#include "jet/text_codec.h"
 #include "jet/usage_map.h"
 
 namespace jet {

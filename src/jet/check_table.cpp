@@ -4,8 +4,8 @@
 
 #include "jet/check_index.h"
 #include "jet/data_page.h"
-#include "jet/export.h"
 #include "jet/index.h"
+#include "jet/text_codec.h"
 #include "jet/usage_map.h"
 
 namespace jet {

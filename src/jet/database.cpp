@@ -15,11 +15,6 @@ constexpr std::int32_t typeTable = 1;
 constexpr std::uint32_t systemFlags = 0x80000002;
 constexpr std::uint32_t hiddenFlag = 0x00000008;
 
-struct TextHash {
-  using is_transparent = void;
-  std::size_t operator()(std::u16string_view text) const { return std::hash<std::u16string_view>{}(text); }
-};
-
 std::string nameKey(std::u16string_view name) {
   std::string key;
   collation::appendSortKey(name, key);
@@ -35,6 +30,10 @@ std::size_t requireColumn(const Table& catalog, std::u16string_view name) {
 }  // namespace
 
 struct Database::State {
+  struct TextHash {
+    using is_transparent = void;
+    std::size_t operator()(std::u16string_view text) const { return std::hash<std::u16string_view>{}(text); }
+  };
   struct Place {
     TableEntry entry;
     RowId row;

@@ -9,35 +9,18 @@
 #include <optional>
 #include <utility>
 
+#include "jet/text_codec.h"
+
 namespace jet {
 namespace {
 
-void appendUtf8(std::u16string_view text, bool escape, std::string& target) {
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    std::uint32_t code = text[i];
-    if ((code & 0xFC00) == 0xD800 && i + 1 < text.size()) {
-      code = 0x10000 + ((code - 0xD800) << 10) + (text[++i] - 0xDC00u);
-    }
-    static constexpr std::string_view special("\t\n\r\0\\", 5), letters = "tnr0\\";
-    const std::size_t found = code < 0x80 ? special.find(static_cast<char>(code)) : std::string_view::npos;
-    if (escape && found != std::string_view::npos) {
-      target += '\\';
-      target += letters[found];
-    } else if (code < 0x80) {
-      target += static_cast<char>(code);
-    } else if (code < 0x800) {
-      target += static_cast<char>(0xC0 | code >> 6);
-      target += static_cast<char>(0x80 | (code & 0x3F));
-    } else if (code < 0x10000) {
-      target += static_cast<char>(0xE0 | code >> 12);
-      target += static_cast<char>(0x80 | (code >> 6 & 0x3F));
-      target += static_cast<char>(0x80 | (code & 0x3F));
-    } else {
-      target += static_cast<char>(0xF0 | code >> 18);
-      target += static_cast<char>(0x80 | (code >> 12 & 0x3F));
-      target += static_cast<char>(0x80 | (code >> 6 & 0x3F));
-      target += static_cast<char>(0x80 | (code & 0x3F));
-    }
+// UTF-8, with escapes for the characters that would break a line.
+void appendEscaped(std::u16string_view text, std::string& target) {
+  static constexpr std::string_view special("\t\n\r\0\\", 5), letters = "tnr0\\";
+  for (const char byte : toUtf8(text)) {
+    const std::size_t found = special.find(byte);
+    if (found != std::string_view::npos) target += '\\';
+    target += found != std::string_view::npos ? letters[found] : byte;
   }
 }
 
@@ -151,7 +134,7 @@ struct CanonicalWriter {
   void operator()(const Numeric& value) const {
     appendDecimal(value.negative, magnitudeDigits(value.groups), value.scale, target);
   }
-  void operator()(const Text& value) const { appendUtf8(value, true, target); }
+  void operator()(const Text& value) const { appendEscaped(value, target); }
   void operator()(const Bytes& value) const {
     target += "0x";
     appendHex(value, target);
@@ -204,12 +187,6 @@ Line makeLine(const Row& row, std::size_t columns, bool numeric) {
 
 }  // namespace
 
-std::string toUtf8(std::u16string_view text) {
-  std::string result;
-  appendUtf8(text, false, result);
-  return result;
-}
-
 void appendCanonical(const Value& value, std::string& target) { std::visit(CanonicalWriter{target}, value); }
 
 std::string canonicalTypeName(const ColumnDefinition& column, const Format& format) {
@@ -254,7 +231,7 @@ std::string exportTable(const Table& table) {
   std::string result;
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (i != 0) result += '\t';
-    appendUtf8(columns[i].name, true, result);
+    appendEscaped(columns[i].name, result);
     result += ':' + canonicalTypeName(columns[i], table.file().format());
   }
   result += '\n';

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "jet/table.h"
 
@@ -11,8 +10,6 @@ namespace jet {
 // the characters that would break a line, \N for Null, numbers without trailing zeros, dates as
 // yyyy-mm-ddThh:mm:ss (a stored number that is no date stands as "date" and the number), binary data as 0x
 // and hexadecimal digits.
-
-std::string toUtf8(std::u16string_view text);
 
 // Appends to `target`.
 void appendCanonical(const Value& value, std::string& target);

@@ -96,4 +96,27 @@ const Format jet4 = {
     .indexEntries = 480,
 };
 
+std::optional<std::uint16_t> sizeOf(ColumnType type) {
+  switch (type) {
+    case ColumnType::Boolean:
+    case ColumnType::Byte:
+      return 1;
+    case ColumnType::Integer:
+      return 2;
+    case ColumnType::Long:
+    case ColumnType::Single:
+      return 4;
+    case ColumnType::Currency:
+    case ColumnType::Double:
+    case ColumnType::DateTime:
+      return 8;
+    case ColumnType::Guid:
+      return 16;
+    case ColumnType::Numeric:
+      return 17;
+    default:
+      return std::nullopt;
+  }
+}
+
 }  // namespace jet

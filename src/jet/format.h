@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
+#include <optional>
 
 namespace jet {
 
@@ -96,6 +96,10 @@ enum class ColumnType : std::uint8_t {
   Guid = 15,
   Numeric = 16,
 };
+
+// Bytes that a value of this type takes in a row, also the length that its column states (a truth value: 1,
+// though it takes none). nullopt where only the column's definition knows.
+std::optional<std::uint16_t> sizeOf(ColumnType type);
 
 namespace column_flag {
 inline constexpr std::uint8_t fixed = 0x01;

@@ -67,7 +67,8 @@ class Index {
 
   // The rows whose first values.size() index columns have these keys, appended to `rows` in key order.
   // Values must already have the columns' types (Null allowed). False, and nothing appended, if the key
-  // cannot be computed exactly (see collation::Key::exact) or the index leaves such rows out.
+  // cannot be computed exactly (see collation::Key::exact), the index leaves such rows out, or the entries
+  // beside the place do not have the keys of their rows: then only the rows themselves can tell.
   bool lookup(std::span<const Value> values, std::vector<RowId>& rows) const;
   IndexWalk walk() const;
   // Number of entries, by walking.
@@ -80,6 +81,12 @@ class Index {
  private:
   friend class IndexWalk;
 
+  // An entry of a leaf; that behind the last one of the last leaf stands for the end.
+  struct Place {
+    PageRef leaf;
+    std::size_t entry = 0;
+  };
+
   IndexPage view(const PageRef& page) const;
   PageRef load(std::uint32_t number, std::uint32_t from) const { return file_.page(number, from); }
   // The leaf where entries from `probe` on begin.
@@ -90,6 +97,14 @@ class Index {
   void checkNeighbours(const PageRef& leaf, const PageRef& behind) const;
   // That all entries of the leaf before are less than `probe`.
   void checkLeafBefore(const IndexPage& leaf, std::string_view probe) const;
+  // The first entry that is not less than `probe`.
+  Place findFirst(std::string_view probe) const;
+  // Appends the rows of all entries from `place` on that start with `probe`; moves `place` behind them.
+  void collect(std::string_view probe, Place& place, std::vector<RowId>& rows) const;
+  // Whether the entry has the key of the row that it leads to. True also where that cannot be told, and at
+  // the end.
+  bool hasKeyOfItsRow(const Place& place) const;
+  bool beforeHasKeyOfItsRow(const Place& place) const;
   // The probe for `lookup`; false where `lookup` has to give up.
   bool probeFor(std::span<const Value> values, std::string& probe) const;
 

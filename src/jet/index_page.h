@@ -18,11 +18,6 @@ struct IndexLayout {
   std::uint32_t previous = 0, next = 0;
   std::uint32_t tail = 0;           // nodes: the last child, which has no entry; 0 for none
   std::vector<std::uint16_t> ends;  // where each entry ends on the page; the first starts at indexEntries
-
-  // Bytes that a layout may take at most.
-  static std::size_t largestSize(const Format& format) {
-    return sizeof(IndexLayout) + std::size_t{format.indexBitmapLength} * 8 * sizeof(std::uint16_t);
-  }
 };
 
 // Whether two entries (key and row) may follow each other. Their order is that of their bytes; where one key

@@ -7,6 +7,7 @@
 #include "jet/data_page.h"
 #include "jet/error.h"
 #include "jet/index.h"
+#include "jet/text_codec.h"
 #include "jet/usage_map.h"
 
 namespace jet {
@@ -24,12 +25,6 @@ std::uint32_t columnsWithVariablePart(const TableDefinition& definition) {
   if (definition.variableColumns == 0) return definition.maxColumns + 1u;
   if (numbers.size() < definition.variableColumns) return 0;
   return *std::min_element(numbers.begin(), numbers.end()) + 1u;
-}
-
-std::string forMessage(const Text& name) {
-  std::string result;
-  for (const char16_t unit : name) result += unit < 0x80 ? static_cast<char>(unit) : '?';
-  return result;
 }
 
 }  // namespace
@@ -103,7 +98,7 @@ void Table::warn(const std::string& sentence) const {
 
 void Table::checkRowCount(std::uint64_t rows) const {
   if (rows == definition_.rowCount || rows == staleCountProven_) return;
-  const std::string numbers = "Table " + forMessage(name_) + " has " + std::to_string(rows) +
+  const std::string numbers = "Table " + toUtf8(name_) + " has " + std::to_string(rows) +
                               " rows, its count says " + std::to_string(definition_.rowCount);
   for (const auto& index : indexes_) {
     if (index->definition().ignoresNulls()) continue;
@@ -138,7 +133,7 @@ bool TableScan::nextPage() {
         return true;
       }
     }
-    table_->warn("Page " + std::to_string(number) + " is no data page of table " + forMessage(table_->name_) +
+    table_->warn("Page " + std::to_string(number) + " is no data page of table " + toUtf8(table_->name_) +
                  ", which claims it.");
   }
   return false;

@@ -1,7 +1,6 @@
 #include "jet/table_definition.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "jet/text_codec.h"
 
@@ -38,31 +37,6 @@ std::vector<std::uint8_t> joinChain(const PageFile& file, std::uint32_t first) {
   }
   joined.resize(length);
   return joined;
-}
-
-// Bytes that a value of a fixed column takes; nullopt where only the definition knows.
-std::optional<std::uint16_t> fixedSize(ColumnType type) {
-  switch (type) {
-    case ColumnType::Boolean:
-      return 0;
-    case ColumnType::Byte:
-      return 1;
-    case ColumnType::Integer:
-      return 2;
-    case ColumnType::Long:
-    case ColumnType::Single:
-      return 4;
-    case ColumnType::Currency:
-    case ColumnType::Double:
-    case ColumnType::DateTime:
-      return 8;
-    case ColumnType::Guid:
-      return 16;
-    case ColumnType::Numeric:
-      return 17;
-    default:
-      return std::nullopt;
-  }
 }
 
 // Reads the sections one after another; `offset_` is the place reached.
@@ -158,7 +132,7 @@ class DefinitionReader {
         continue;
       }
       bytes_.check(!column.isLongValue(), "a long value column is marked as fixed");
-      const std::uint32_t size = fixedSize(column.type).value_or(column.length);
+      const std::uint32_t size = sizeOf(column.type).value_or(column.length);
       bytes_.check(column.fixedOffset + size <= format_.pageSize, "a fixed column lies outside every row");
     }
   }

@@ -66,6 +66,25 @@ void decodeMixed(std::span<const std::uint8_t> bytes, Text& target) {
   replaceUnpaired(target);
 }
 
+void appendUtf8(std::uint32_t code, std::string& target) {
+  const auto tail = [&target](std::uint32_t bits) { target += static_cast<char>(0x80 | (bits & 0x3F)); };
+  if (code < 0x80) {
+    target += static_cast<char>(code);
+  } else if (code < 0x800) {
+    target += static_cast<char>(0xC0 | code >> 6);
+    tail(code);
+  } else if (code < 0x10000) {
+    target += static_cast<char>(0xE0 | code >> 12);
+    tail(code >> 6);
+    tail(code);
+  } else {
+    target += static_cast<char>(0xF0 | code >> 18);
+    tail(code >> 12);
+    tail(code >> 6);
+    tail(code);
+  }
+}
+
 }  // namespace
 
 void decodeText(std::span<const std::uint8_t> bytes, Text& target) {
@@ -81,6 +100,21 @@ void decodeText1252(std::span<const std::uint8_t> bytes, Text& target) {
   for (char16_t& unit : target) {
     if (unit >= 0x80 && unit < 0xA0) unit = windows1252[unit - 0x80u];
   }
+}
+
+std::string toUtf8(std::u16string_view text) {
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    std::uint32_t code = text[i];
+    const bool high = code >= 0xD800 && code < 0xDC00;
+    if (high && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000) {
+      code = 0x10000 + ((code - 0xD800) << 10) + (text[++i] - 0xDC00U);
+    } else if (code >= 0xD800 && code < 0xE000) {
+      code = replacement;
+    }
+    appendUtf8(code, result);
+  }
+  return result;
 }
 
 }  // namespace jet

@@ -10,6 +10,7 @@
 #include "jet/error.h"
 #include "jet/export.h"
 #include "jet/sql/session.h"
+#include "jet/text_codec.h"
 
 namespace {
 

@@ -273,6 +273,19 @@ TEST(Check, HarmlessThingsAreRemarks) {
       << joined(report.remarks);
 }
 
+TEST(Check, AFailureOfTheSystemIsNoDamage) {
+  MemoryFiles files;
+  auto& stored = files.put("checked.mdb", makeCheckedFile().content);
+  Database database(files, "checked.mdb");
+  stored.readFails = ErrorKind::Io;
+  try {
+    const CheckReport report = check(database);
+    ADD_FAILURE() << joined(report.errors);
+  } catch (const Error& error) {
+    EXPECT_EQ(error.kind(), ErrorKind::Io);
+  }
+}
+
 #ifdef __SANITIZE_ADDRESS__
 constexpr int damagedCopies = 60;
 #else

@@ -10,6 +10,7 @@
 #include "jet/error.h"
 #include "jet/export.h"
 #include "jet/shared_files.h"
+#include "jet/text_codec.h"
 #include "jet/worn_database.h"
 
 namespace jet {

@@ -6,6 +6,7 @@
 
 #include "jet/database.h"
 #include "jet/shared_files.h"
+#include "jet/text_codec.h"
 
 namespace jet {
 namespace {

@@ -6,8 +6,8 @@
 
 #include "common/memory_files.h"
 #include "jet/create/database_builder.h"
-#include "jet/sql/lexer.h"
 #include "jet/sql/session.h"
+#include "jet/text_codec.h"
 
 // A database that a test made, opened from memory, with one session.
 struct SqlDatabase {
@@ -45,7 +45,7 @@ inline jet::create::IndexSpec sqlIndex(const char16_t* name, std::vector<jet::Te
 }
 
 inline std::string rendered(const jet::Value& value) {
-  if (const auto* text = std::get_if<jet::Text>(&value)) return jet::sql::toUtf8(*text);
+  if (const auto* text = std::get_if<jet::Text>(&value)) return jet::toUtf8(*text);
   if (const auto* number = std::get_if<std::int32_t>(&value)) return std::to_string(*number);
   if (const auto* truth = std::get_if<bool>(&value)) return *truth ? "true" : "false";
   if (jet::isNull(value)) return "NULL";

@@ -80,7 +80,7 @@ TEST_F(SqlDialect, Accepts) {
        "1"},
   };
   for (const auto& [query, expected] : cases) {
-    EXPECT_EQ(rendered(data.session->query(query)), expected) << jet::sql::toUtf8(query);
+    EXPECT_EQ(rendered(data.session->query(query)), expected) << jet::toUtf8(query);
   }
 }
 
@@ -164,11 +164,11 @@ TEST_F(SqlDialect, RefusesAndNamesWhatWasNotUnderstood) {
   for (const Case& test : cases) {
     try {
       data.session->query(test.query);
-      ADD_FAILURE() << "accepted: " << jet::sql::toUtf8(test.query);
+      ADD_FAILURE() << "accepted: " << jet::toUtf8(test.query);
     } catch (const jet::Error& error) {
-      EXPECT_EQ(error.kind(), test.kind) << jet::sql::toUtf8(test.query) << ": " << error.what();
+      EXPECT_EQ(error.kind(), test.kind) << jet::toUtf8(test.query) << ": " << error.what();
       EXPECT_NE(error.reason().find(test.named), std::string::npos)
-          << jet::sql::toUtf8(test.query) << ": " << error.what();
+          << jet::toUtf8(test.query) << ": " << error.what();
     }
   }
   // A refused query leaves nothing behind.

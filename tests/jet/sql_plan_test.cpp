@@ -125,7 +125,7 @@ TEST(SqlPlans, TakeTheIndexThatIsThereOrAHash) {
     SqlDatabase data(builder);
     jet::sql::Plan plan;
     data.session->query(test.query, &plan);
-    EXPECT_EQ(rendered(plan), test.plan) << jet::sql::toUtf8(test.query);
+    EXPECT_EQ(rendered(plan), test.plan) << jet::toUtf8(test.query);
   }
 }
 
@@ -227,7 +227,7 @@ TEST(SqlPlans, EveryPathGivesTheSameRowsInStoredOrder) {
         const std::u16string fromMembers =
             u"SELECT Nr FROM Mitglieder INNER JOIN Namen ON Namen.ID = Mitglieder.PersonenID" + conditions;
         ASSERT_EQ(rendered(data.session->query(fromMembers)), expectedJoin(rows, name, group, false))
-            << static_cast<int>(indexing) << jet::sql::toUtf8(name) << group;
+            << static_cast<int>(indexing) << jet::toUtf8(name) << group;
         // All names are equal in the database's eyes, whatever their spelling.
         ASSERT_EQ(rendered(data.session->query(fromMembers + u" ORDER BY Name, Nr DESC")),
                   expectedJoin(rows, name, group, true));
@@ -298,13 +298,31 @@ TEST(SqlPlans, AnIndexThatContradictsItsTableIsDamaged) {
         u"SELECT Wert FROM T WHERE Wert = 1 AND ID = 70005"}) {
     try {
       data.session->query(query);
-      ADD_FAILURE() << "answered: " << jet::sql::toUtf8(query);
+      ADD_FAILURE() << "answered: " << jet::toUtf8(query);
     } catch (const jet::Error& error) {
       EXPECT_EQ(error.kind(), jet::ErrorKind::Damaged) << error.what();
     }
   }
   EXPECT_EQ(rendered(data.session->query(u"SELECT Wert FROM T WHERE ID = 70004")), "140008");
   EXPECT_EQ(rendered(data.session->query(u"SELECT ID FROM T WHERE Wert = 140006")), "70003");
+}
+
+// Conditions on both columns of a join leave no way between the tables but these; each is still read once.
+TEST(SqlPlans, JoinedColumnsMayAllHaveAWantedValue) {
+  jet::create::DatabaseBuilder builder;
+  for (const char16_t* name : {u"A", u"B", u"C"}) {
+    auto& table = builder.addTable({name, {sqlColumn(u"ID", ColumnType::Long)}, {}});
+    for (std::int32_t id = 1; id <= 9; ++id) table.insert({id});
+  }
+  SqlDatabase data(builder);
+  const auto answer = [&](const char16_t* query) { return rendered(data.session->query(query)); };
+  EXPECT_EQ(answer(u"SELECT A.ID, B.ID FROM A INNER JOIN B ON A.ID = B.ID WHERE A.ID = 5 AND B.ID = 5"),
+            "5,5");
+  EXPECT_EQ(answer(u"SELECT A.ID, B.ID FROM A INNER JOIN B ON A.ID = B.ID WHERE A.ID = 5 AND B.ID = 6"), "");
+  EXPECT_EQ(
+      answer(u"SELECT A.ID, B.ID, C.ID FROM (A INNER JOIN B ON A.ID = B.ID) INNER JOIN C ON B.ID = C.ID "
+             u"WHERE A.ID = 7 AND B.ID = 7 AND C.ID = 7"),
+      "7,7,7");
 }
 
 }  // namespace

@@ -81,7 +81,7 @@ TEST(SqlSemantics, NumbersCompareByValueAcrossTypes) {
       const auto ids = [&](const std::u16string& literal) {
         return rendered(data.session->query(u"SELECT ID FROM " + table + u" WHERE V = " + literal));
       };
-      const std::string label = jet::sql::toUtf8(table) + (indexed ? " indexed" : "");
+      const std::string label = jet::toUtf8(table) + (indexed ? " indexed" : "");
       EXPECT_EQ(ids(u"0"), "2") << label;
       EXPECT_EQ(ids(u"-0"), "2") << label;
       EXPECT_EQ(ids(u"1.000"), "3") << label;

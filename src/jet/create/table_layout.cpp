@@ -13,32 +13,19 @@ constexpr std::size_t longestName = 64, mostColumns = 255, mostIndexes = 32, mos
 constexpr std::uint16_t mostCharacters = 255;
 
 std::uint16_t storedLength(const ColumnSpec& spec) {
+  if (const auto size = sizeOf(spec.type)) return *size;
+  const std::uint16_t characters = spec.characters == 0 ? mostCharacters : spec.characters;
   switch (spec.type) {
-    case ColumnType::Boolean:
-    case ColumnType::Byte:
-      return 1;
-    case ColumnType::Integer:
-      return 2;
-    case ColumnType::Long:
-    case ColumnType::Single:
-      return 4;
-    case ColumnType::Currency:
-    case ColumnType::Double:
-    case ColumnType::DateTime:
-      return 8;
-    case ColumnType::Guid:
-      return 16;
-    case ColumnType::Numeric:
-      return 17;
     case ColumnType::Binary:
-      return spec.characters == 0 ? mostCharacters : spec.characters;
+      return characters;
     case ColumnType::Text:
-      return static_cast<std::uint16_t>(2 * (spec.characters == 0 ? mostCharacters : spec.characters));
+      return static_cast<std::uint16_t>(2 * characters);
     case ColumnType::Ole:
     case ColumnType::Memo:
       return 0;
+    default:
+      throw Error(ErrorKind::Limit, "a column has an unknown type");
   }
-  throw Error(ErrorKind::Limit, "a column has an unknown type");
 }
 
 bool isText(ColumnType type) { return type == ColumnType::Text || type == ColumnType::Memo; }

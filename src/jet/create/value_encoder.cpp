@@ -6,19 +6,14 @@
 #include "jet/create/row_encoder.h"
 #include "jet/create/text_encoder.h"
 #include "jet/error.h"
+#include "jet/text_codec.h"
 
 namespace jet::create {
 
 namespace {
 
-std::string printable(const Text& name) {
-  std::string text;
-  for (const char16_t unit : name) text.push_back(unit < 128 ? static_cast<char>(unit) : '?');
-  return text;
-}
-
 [[noreturn]] void fail(ErrorKind kind, const char* reason, const ColumnDefinition& column) {
-  throw Error(kind, std::string(reason) + ": column " + printable(column.name));
+  throw Error(kind, std::string(reason) + ": column " + toUtf8(column.name));
 }
 
 template <typename T>

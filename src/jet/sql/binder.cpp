@@ -4,6 +4,7 @@
 #include <string>
 
 #include "jet/error.h"
+#include "jet/text_codec.h"
 
 namespace jet::sql {
 namespace {

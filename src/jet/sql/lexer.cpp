@@ -4,6 +4,7 @@
 #include <array>
 
 #include "jet/error.h"
+#include "jet/text_codec.h"
 
 namespace jet::sql {
 namespace {
@@ -195,36 +196,6 @@ void notUnderstood(const Token& token, const char* expected) {
   }
   if (expected != nullptr) reason.append("; ").append(expected);
   throw Error(ErrorKind::Sql, reason);
-}
-
-std::string toUtf8(std::u16string_view text) {
-  std::string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    std::uint32_t code = text[i];
-    const bool high = code >= 0xD800 && code < 0xDC00;
-    if (high && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000) {
-      code = 0x10000 + ((code - 0xD800) << 10) + (text[++i] - 0xDC00U);
-    } else if (code >= 0xD800 && code < 0xE000) {
-      code = 0xFFFD;
-    }
-    const auto tail = [&result](std::uint32_t bits) { result += static_cast<char>(0x80 | (bits & 0x3F)); };
-    if (code < 0x80) {
-      result += static_cast<char>(code);
-    } else if (code < 0x800) {
-      result += static_cast<char>(0xC0 | code >> 6);
-      tail(code);
-    } else if (code < 0x10000) {
-      result += static_cast<char>(0xE0 | code >> 12);
-      tail(code >> 6);
-      tail(code);
-    } else {
-      result += static_cast<char>(0xF0 | code >> 18);
-      tail(code >> 12);
-      tail(code >> 6);
-      tail(code);
-    }
-  }
-  return result;
 }
 
 }  // namespace jet::sql

@@ -60,6 +60,4 @@ class Lexer {
 // Throws Error(Sql) that names the token, its place, and what should stand there.
 [[noreturn]] void notUnderstood(const Token& token, const char* expected);
 
-std::string toUtf8(std::u16string_view text);
-
 }  // namespace jet::sql

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "jet/index.h"
-#include "jet/sql/lexer.h"
+#include "jet/text_codec.h"
 
 namespace jet::sql {
 namespace {
@@ -38,8 +38,8 @@ class Planner {
     double bestRows = -1;
     for (std::uint8_t table = 0; table < select_.tables.size(); ++table) {
       if (isPlaced(table)) continue;
+      if (placed_ != 0 && !isJoined(table)) continue;
       prepare(table, candidate_);
-      if (placed_ != 0 && !isJoined(candidate_)) continue;
       choose(candidate_);
       const double rows = expectedRows(candidate_);
       if (bestRows < 0 || rows < bestRows) {
@@ -50,8 +50,13 @@ class Planner {
     return best;
   }
 
-  static bool isJoined(const PlanStep& step) {
-    return std::ranges::any_of(step.hashKey, [](const KeyPart& part) { return !part.isLiteral; });
+  // Whether a condition relates the table to one that is read before it. FROM joins every table to another,
+  // so there is always one left of which this holds.
+  bool isJoined(std::uint8_t table) const {
+    return std::ranges::any_of(select_.columns, [&](const ColumnCondition& condition) {
+      return (condition.left.table == table && isPlaced(condition.right.table)) ||
+             (condition.right.table == table && isPlaced(condition.left.table));
+    });
   }
 
   // Finds the columns whose values are known when this table is read.
