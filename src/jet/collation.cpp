@@ -1,7 +1,8 @@
 #include "jet/collation.h"
 
 #include <algorithm>
-#include <span>
+#include <cstring>
+#include <tuple>
 
 #include "jet/collation_table.h"
 
@@ -66,32 +67,34 @@ Weight weightOutsideTable(char16_t unit) {
   return unit >= 0xD800 && unit < 0xE000 ? surrogateWeight(unit) : unknownWeight(unit);
 }
 
-// Collects what follows the primary bytes: accents and the records of unprintable units.
+// Collects what follows the primary bytes: accents, into memory of two bytes per unit, and the records of
+// unprintable units. A unit with primary bytes takes a slot, which its accents fill.
 class SecondaryParts {
  public:
-  void addSlot(const Weight& weight) {
-    if (weight.secondLength > 0) {
-      fillSlots();
-      for (std::size_t i = 0; i < weight.secondLength; ++i) accents_ += asChar(weight.second[i]);
-      ++filled_;
-    }
-    ++slots_;
+  explicit SecondaryParts(char* accents) : accents_(accents), accentsEnd_(accents) {}
+
+  // `slots` counts the units with primary bytes before this one.
+  void addAccents(const Weight& weight, std::size_t slots) {
+    fillSlots(slots);
+    accentsEnd_ = std::copy_n(weight.second.begin(), weight.secondLength, accentsEnd_);
+    ++filled_;
   }
 
-  void addModifier(std::uint8_t value) {
-    fillSlots();
-    if (accents_.empty()) {
-      accents_ += asChar(value);
+  void addModifier(std::uint8_t value, std::size_t slots) {
+    fillSlots(slots);
+    if (accentsEnd_ == accents_) {
+      *accentsEnd_++ = asChar(value);
       startsWithModifier_ = true;
     } else {
-      accents_.back() = asChar(static_cast<unsigned>(accents_.back()) + value);
+      accentsEnd_[-1] = asChar(static_cast<unsigned>(accentsEnd_[-1]) + value);
     }
   }
 
-  void addUnprintable(std::uint8_t code) {
-    std::size_t before = slots_;
-    if (!accents_.empty()) {
-      before = accents_.size() + (slots_ - filled_) - (startsWithModifier_ ? 1 : 0);
+  void addUnprintable(std::uint8_t code, std::size_t slots) {
+    std::size_t before = slots;
+    if (accentsEnd_ != accents_) {
+      before = static_cast<std::size_t>(accentsEnd_ - accents_) + (slots - filled_) -
+               (startsWithModifier_ ? 1 : 0);
     }
     constexpr std::size_t greatestPosition = 0x7FFB;
     const std::size_t position = 7 + 4 * before;
@@ -106,66 +109,87 @@ class SecondaryParts {
     records_ += asChar(code);
   }
 
-  void appendTo(std::string& target) {
-    while (!accents_.empty() && static_cast<std::uint8_t>(accents_.back()) <= emptySlot) accents_.pop_back();
-    target += accents_;
-    if (!records_.empty()) {
-      target.append(3, primaryEnd);
-      target += records_;
-    }
+  // Without empty slots at the end.
+  std::string_view accents() const {
+    const char* end = accentsEnd_;
+    while (end != accents_ && static_cast<std::uint8_t>(end[-1]) <= emptySlot) --end;
+    return {accents_, static_cast<std::size_t>(end - accents_)};
   }
+  const std::string& records() const { return records_; }
 
  private:
-  void fillSlots() {
-    accents_.append(slots_ - filled_, emptySlot);
-    filled_ = slots_;
+  void fillSlots(std::size_t slots) {
+    accentsEnd_ = std::fill_n(accentsEnd_, slots - filled_, emptySlot);
+    filled_ = slots;
   }
   void appendPosition(unsigned value) {
     records_ += asChar(value >> 8);
     records_ += asChar(value);
   }
 
-  std::string accents_;
+  char* accents_;
+  char* accentsEnd_;
   std::string records_;
-  std::size_t slots_ = 0, filled_ = 0;
+  std::size_t filled_ = 0;  // slots that have bytes in `accents_`
   bool startsWithModifier_ = false;
 };
-
-void appendPrimary(const Weight& weight, std::string& target) {
-  for (std::size_t i = 0; i < weight.primaryLength; ++i) target += asChar(weight.primary[i]);
-}
 
 // Everything between the start byte and the last byte; false if a unit has no known weight.
 bool appendWeights(std::u16string_view text, std::string& target) {
   bool exact = true;
-  SecondaryParts secondary;
+  // Room for the most that all units can add: primary bytes, their end, accents behind them until they are
+  // moved up to that end.
+  constexpr std::size_t unitPrimary = std::tuple_size_v<decltype(Weight::primary)>;
+  constexpr std::size_t unitAccents = std::tuple_size_v<decltype(Weight::second)>;
+  const std::size_t begin = target.size();
+  target.resize(begin + text.size() * (unitPrimary + unitAccents) + 1);
+  char* next = target.data() + begin;
+  SecondaryParts secondary(next + text.size() * unitPrimary + 1);
+  std::size_t slots = 0;
+  const auto addPrimary = [&](const Weight& weight) {
+    std::memcpy(next, weight.primary.data(), unitPrimary);
+    next += weight.primaryLength;
+  };
   for (const char16_t unit : text) {
     const Weight& known = weightTable.weight(unit);
+    if (known.kind == Class::Simple) {  // most units: the switch would cost more than they do
+      addPrimary(known);
+      ++slots;
+      continue;
+    }
     switch (known.kind) {
       case Class::Simple:
+        break;
       case Class::International:
-        appendPrimary(known, target);
-        secondary.addSlot(known);
+        addPrimary(known);
+        secondary.addAccents(known, slots++);
         break;
       case Class::Unprintable:
-        secondary.addUnprintable(known.second[0]);
+        secondary.addUnprintable(known.second[0], slots);
         break;
       case Class::Modifier:
-        secondary.addModifier(known.second[0]);
+        secondary.addModifier(known.second[0], slots);
         break;
       case Class::Ignored:
         break;
       case Class::Unknown: {
         const Weight outside = weightOutsideTable(unit);
-        appendPrimary(outside, target);
-        secondary.addSlot(outside);
+        addPrimary(outside);
+        if (outside.secondLength > 0) secondary.addAccents(outside, slots);
+        ++slots;
         exact = exact && outside.kind != Class::Unknown;
         break;
       }
     }
   }
-  target += primaryEnd;
-  secondary.appendTo(target);
+  *next++ = primaryEnd;
+  const std::string_view accents = secondary.accents();
+  next = std::copy(accents.begin(), accents.end(), next);
+  target.resize(static_cast<std::size_t>(next - target.data()));
+  if (!secondary.records().empty()) {
+    target.append(3, primaryEnd);
+    target += secondary.records();
+  }
   return exact;
 }
 
@@ -272,7 +296,7 @@ bool appendIndexKeyJet3(std::u16string_view text, bool descending, std::string& 
         nibbles += asChar(weight.nibble);
         break;
       case ClassJet3::None:
-        appendPrimary(unknownWeight(unit), target);
+        for (const std::uint8_t byte : unknownWeight(unit).primary) target += asChar(byte);
         exact = false;
         break;
     }
