@@ -92,6 +92,63 @@ QString nachArt(char32_t zeichen) {
   }
 }
 
+constexpr std::size_t latin1Zeichen = 0x100;
+
+// What a character becomes in a SepaText, at most two.
+struct Kurzersatz {
+  std::array<QChar, 2> zeichen;
+  int anzahl = 0;
+};
+
+QString sepaTextAllgemein(const QString& text) {
+  const QString zusammengesetzt = text.normalized(QString::NormalizationForm_C);
+  const QString bereinigt = TextBereinigen(UmlauteErsetzen(zusammengesetzt), false, QString());
+  return blanksReduziert(ohneAeussereBlanks(transliteriert(bereinigt)));
+}
+
+// What the general way makes of each character of Latin-1 that stands between others.
+std::array<Kurzersatz, latin1Zeichen> latin1Ersatz() {
+  std::array<Kurzersatz, latin1Zeichen> tabelle;
+  for (std::size_t i = 0; i < latin1Zeichen; ++i) {
+    const QString text = sepaTextAllgemein(u'(' + QString(QChar(static_cast<char16_t>(i))) + u')');
+    for (const QChar zeichen : text.sliced(1, text.size() - 2)) {
+      tabelle.at(i).zeichen.at(static_cast<std::size_t>(tabelle.at(i).anzahl++)) = zeichen;
+    }
+  }
+  return tabelle;
+}
+
+// Characters of Latin-1 do not combine with one another, so that a text of them can be done in one pass.
+// nullopt when there is another character.
+std::optional<QString> sepaTextLatin1(const QString& text) {
+  static const std::array<Kurzersatz, latin1Zeichen> ersatz = latin1Ersatz();
+  QString ergebnis(2 * text.size(), Qt::Uninitialized);
+  QChar* const anfang = ergebnis.data();
+  QChar* ende = anfang;
+  for (const QChar zeichen : text) {
+    if (zeichen.unicode() >= latin1Zeichen) {
+      return std::nullopt;
+    }
+    const Kurzersatz& neu = ersatz[zeichen.unicode()];
+    for (int i = 0; i < neu.anzahl; ++i) {
+      const bool blankEntfaellt = neu.zeichen[i] == u' ' && (ende == anfang || ende[-1] == u' ');
+      if (!blankEntfaellt) {
+        *ende++ = neu.zeichen[i];
+      }
+    }
+  }
+  if (ende != anfang && ende[-1] == u' ') {
+    --ende;
+  }
+  ergebnis.truncate(ende - anfang);
+  return ergebnis;
+}
+
+bool bleibtInXml(QChar zeichen) {
+  const char16_t c = zeichen.unicode();
+  return istDruckbaresAscii(c) && c != u'&' && c != u'<' && c != u'>' && c != u'"' && c != u'\'';
+}
+
 }  // namespace
 
 QString transliteriert(const QString& text) {
@@ -110,16 +167,12 @@ QString transliteriert(const QString& text) {
 }
 
 QString SepaText(const QString& text) {
-  const QString zusammengesetzt = text.normalized(QString::NormalizationForm_C);
-  const QString bereinigt = TextBereinigen(UmlauteErsetzen(zusammengesetzt), false, QString());
-  return blanksReduziert(ohneAeussereBlanks(transliteriert(bereinigt)));
+  const std::optional<QString> kurz = sepaTextLatin1(text);
+  return kurz ? *kurz : sepaTextAllgemein(text);
 }
 
 QByteArray xmlInhalt(const QString& text) {
-  const auto bleibt = [](QChar zeichen) {
-    return istDruckbaresAscii(zeichen.unicode()) && !QStringView(u"&<>\"'").contains(zeichen);
-  };
-  if (std::all_of(text.begin(), text.end(), bleibt)) {
+  if (std::all_of(text.begin(), text.end(), bleibtInXml)) {
     return text.toLatin1();
   }
   QByteArray inhalt;
