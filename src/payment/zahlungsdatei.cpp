@@ -1,5 +1,8 @@
 #include "payment/zahlungsdatei.h"
 
+#include <algorithm>
+#include <initializer_list>
+
 #include "payment/sepa_zeichen.h"
 #include "payment/zahlungsverkehr.h"
 
@@ -9,117 +12,139 @@ namespace {
 
 constexpr qsizetype laengsterName = 70;
 
-// Lines with indents, elements with the value between their tags.
-class Zeilen {
- public:
-  explicit Zeilen(qsizetype geschaetzt) { bytes_.reserve(geschaetzt); }
-
-  Zeilen& zeile(int einzug, QByteArrayView text) {
-    bytes_.append(einzug, ' ');
-    bytes_ += text;
-    bytes_ += "\r\n";
-    return *this;
+// Adds lines and the values between them, all in one step.
+void anhaengen(QByteArray& datei, std::initializer_list<QByteArrayView> teile) {
+  qsizetype laenge = datei.size();
+  for (const QByteArrayView teil : teile) {
+    laenge += teil.size();
   }
-  Zeilen& element(int einzug, QByteArrayView name, const QByteArray& wert) {
-    return element(einzug, name, QByteArrayView(), wert);
+  const qsizetype anfang = datei.size();
+  datei.resize(laenge);
+  char* stelle = datei.data() + anfang;
+  for (const QByteArrayView teil : teile) {
+    stelle = std::copy(teil.begin(), teil.end(), stelle);
   }
-  Zeilen& element(int einzug, QByteArrayView name, QByteArrayView attribut, const QByteArray& wert) {
-    bytes_.append(einzug, ' ');
-    bytes_ += '<';
-    bytes_ += name;
-    bytes_ += attribut;
-    bytes_ += '>';
-    bytes_ += wert;
-    bytes_ += "</";
-    bytes_ += name;
-    bytes_ += ">\r\n";
-    return *this;
-  }
-  QByteArray bytes() const { return bytes_; }
-
- private:
-  QByteArray bytes_;
-};
-
-void nachrichtenkopf(Zeilen& zeilen, const Zahlungsdatei& kopf, const QByteArray& anzahl,
-                     const QByteArray& summe) {
-  zeilen.zeile(0, R"(<?xml version="1.0" encoding="UTF-8" ?>)")
-      .zeile(0, R"(<Document xmlns="ISO:pain.001.001.03")")
-      .zeile(0, R"(xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance">)")
-      .zeile(4, "<CstmrCdtTrfInitn>")
-      .zeile(8, "<GrpHdr>")
-      .element(12, "MsgId", xmlInhalt(kopf.meldung))
-      .element(12, "CreDtTm", DatumZeitISO(kopf.erstellt).toLatin1())
-      .element(12, "NbOfTxs", anzahl)
-      .element(12, "CtrlSum", summe)
-      .zeile(12, "<InitgPty>")
-      .element(16, "Nm", xmlInhalt(SepaText(kopf.absender)))
-      .zeile(12, "</InitgPty>")
-      .zeile(8, "</GrpHdr>");
 }
 
-void auftragskopf(Zeilen& zeilen, const Zahlungsdatei& kopf, const QByteArray& anzahl,
+void nachrichtenkopf(QByteArray& datei, const Zahlungsdatei& kopf, const QByteArray& anzahl,
+                     const QByteArray& summe) {
+  anhaengen(datei, {"<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\r\n"
+                    "<Document xmlns=\"ISO:pain.001.001.03\"\r\n"
+                    "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\r\n"
+                    "    <CstmrCdtTrfInitn>\r\n"
+                    "        <GrpHdr>\r\n"
+                    "            <MsgId>",
+                    xmlInhalt(kopf.meldung),
+                    "</MsgId>\r\n"
+                    "            <CreDtTm>",
+                    DatumZeitISO(kopf.erstellt).toLatin1(),
+                    "</CreDtTm>\r\n"
+                    "            <NbOfTxs>",
+                    anzahl,
+                    "</NbOfTxs>\r\n"
+                    "            <CtrlSum>",
+                    summe,
+                    "</CtrlSum>\r\n"
+                    "            <InitgPty>\r\n"
+                    "                <Nm>",
+                    xmlInhalt(SepaText(kopf.absender)),
+                    "</Nm>\r\n"
+                    "            </InitgPty>\r\n"
+                    "        </GrpHdr>\r\n"});
+}
+
+void auftragskopf(QByteArray& datei, const Zahlungsdatei& kopf, const QByteArray& anzahl,
                   const QByteArray& summe) {
   const QByteArray tag = kopf.erstellt.date().toString(QStringLiteral("yyyy-MM-dd")).toLatin1();
-  zeilen.zeile(8, "<PmtInf>")
-      .element(12, "PmtInfId", xmlInhalt(kopf.meldung))
-      .element(12, "PmtMtd", "TRF")
-      .element(12, "BtchBookg", anzahl == "1" ? "false" : "true")
-      .element(12, "NbOfTxs", anzahl)
-      .element(12, "CtrlSum", summe)
-      .zeile(12, "<PmtTpInf>")
-      .zeile(16, "<SvcLvl>")
-      .element(20, "Cd", "SEPA")
-      .zeile(16, "</SvcLvl>")
-      .zeile(16, "<LclInstrm>")
-      .element(20, "Cd", "TRF")
-      .zeile(16, "</LclInstrm>")
-      .zeile(12, "</PmtTpInf>")
-      .element(12, "ReqdExctnDt", tag)
-      .zeile(12, "<Dbtr>")
-      .element(16, "Nm", xmlInhalt(SepaText(kopf.absender).left(laengsterName)))
-      .zeile(12, "</Dbtr>")
-      .zeile(12, "<DbtrAcct>")
-      .zeile(16, "<Id>")
-      .element(20, "IBAN", xmlInhalt(kopf.eigeneIBAN))
-      .zeile(16, "</Id>")
-      .zeile(12, "</DbtrAcct>")
-      .zeile(12, "<DbtrAgt>")
-      .zeile(16, "<FinInstnId>")
-      .element(20, "BIC", xmlInhalt(kopf.eigeneBIC.trimmed()))
-      .zeile(16, "</FinInstnId>")
-      .zeile(12, "</DbtrAgt>")
-      .element(12, "ChrgBr", "SLEV");
+  anhaengen(datei, {"        <PmtInf>\r\n"
+                    "            <PmtInfId>",
+                    xmlInhalt(kopf.meldung),
+                    "</PmtInfId>\r\n"
+                    "            <PmtMtd>TRF</PmtMtd>\r\n"
+                    "            <BtchBookg>",
+                    anzahl == "1" ? "false" : "true",
+                    "</BtchBookg>\r\n"
+                    "            <NbOfTxs>",
+                    anzahl,
+                    "</NbOfTxs>\r\n"
+                    "            <CtrlSum>",
+                    summe,
+                    "</CtrlSum>\r\n"
+                    "            <PmtTpInf>\r\n"
+                    "                <SvcLvl>\r\n"
+                    "                    <Cd>SEPA</Cd>\r\n"
+                    "                </SvcLvl>\r\n"
+                    "                <LclInstrm>\r\n"
+                    "                    <Cd>TRF</Cd>\r\n"
+                    "                </LclInstrm>\r\n"
+                    "            </PmtTpInf>\r\n"
+                    "            <ReqdExctnDt>",
+                    tag,
+                    "</ReqdExctnDt>\r\n"
+                    "            <Dbtr>\r\n"
+                    "                <Nm>",
+                    xmlInhalt(SepaText(kopf.absender).left(laengsterName)),
+                    "</Nm>\r\n"
+                    "            </Dbtr>\r\n"
+                    "            <DbtrAcct>\r\n"
+                    "                <Id>\r\n"
+                    "                    <IBAN>",
+                    xmlInhalt(kopf.eigeneIBAN),
+                    "</IBAN>\r\n"
+                    "                </Id>\r\n"
+                    "            </DbtrAcct>\r\n"
+                    "            <DbtrAgt>\r\n"
+                    "                <FinInstnId>\r\n"
+                    "                    <BIC>",
+                    xmlInhalt(kopf.eigeneBIC.trimmed()),
+                    "</BIC>\r\n"
+                    "                </FinInstnId>\r\n"
+                    "            </DbtrAgt>\r\n"
+                    "            <ChrgBr>SLEV</ChrgBr>\r\n"});
 }
 
-void ueberweisungsblock(Zeilen& zeilen, const Ueberweisung& satz) {
-  zeilen.zeile(12, "<CdtTrfTxInf>")
-      .zeile(16, "<PmtId>")
-      .element(20, "EndToEndId", xmlInhalt(satz.AuftraggeberReferenz))
-      .zeile(16, "</PmtId>")
-      .zeile(16, "<Amt>")
-      .element(20, "InstdAmt", R"( Ccy="EUR")", Betragstext(satz.EinzelBetrag))
-      .zeile(16, "</Amt>")
-      .zeile(16, "<CdtrAgt>")
-      .zeile(20, "<FinInstnId>")
-      .element(24, "BIC", xmlInhalt(satz.KundeBIC))
-      .zeile(20, "</FinInstnId>")
-      .zeile(16, "</CdtrAgt>")
-      .zeile(16, "<Cdtr>")
-      .element(20, "Nm", xmlInhalt(SepaText(satz.KundeName)))
-      .zeile(20, "<PstlAdr>")
-      .element(24, "AdrLine", xmlInhalt(SepaText(satz.KundeAdresse)))
-      .zeile(20, "</PstlAdr>")
-      .zeile(16, "</Cdtr>")
-      .zeile(16, "<CdtrAcct>")
-      .zeile(20, "<Id>")
-      .element(24, "IBAN", xmlInhalt(satz.KundeIBAN))
-      .zeile(20, "</Id>")
-      .zeile(16, "</CdtrAcct>")
-      .zeile(16, "<RmtInf>")
-      .element(20, "Ustrd", xmlInhalt(SepaText(satz.Verwendungszweck)))
-      .zeile(16, "</RmtInf>")
-      .zeile(12, "</CdtTrfTxInf>");
+void ueberweisungsblock(QByteArray& datei, const Ueberweisung& satz) {
+  anhaengen(datei, {"            <CdtTrfTxInf>\r\n"
+                    "                <PmtId>\r\n"
+                    "                    <EndToEndId>",
+                    xmlInhalt(satz.AuftraggeberReferenz),
+                    "</EndToEndId>\r\n"
+                    "                </PmtId>\r\n"
+                    "                <Amt>\r\n"
+                    "                    <InstdAmt Ccy=\"EUR\">",
+                    Betragstext(satz.EinzelBetrag),
+                    "</InstdAmt>\r\n"
+                    "                </Amt>\r\n"
+                    "                <CdtrAgt>\r\n"
+                    "                    <FinInstnId>\r\n"
+                    "                        <BIC>",
+                    xmlInhalt(satz.KundeBIC),
+                    "</BIC>\r\n"
+                    "                    </FinInstnId>\r\n"
+                    "                </CdtrAgt>\r\n"
+                    "                <Cdtr>\r\n"
+                    "                    <Nm>",
+                    xmlInhalt(SepaText(satz.KundeName)),
+                    "</Nm>\r\n"
+                    "                    <PstlAdr>\r\n"
+                    "                        <AdrLine>",
+                    xmlInhalt(SepaText(satz.KundeAdresse)),
+                    "</AdrLine>\r\n"
+                    "                    </PstlAdr>\r\n"
+                    "                </Cdtr>\r\n"
+                    "                <CdtrAcct>\r\n"
+                    "                    <Id>\r\n"
+                    "                        <IBAN>",
+                    xmlInhalt(satz.KundeIBAN),
+                    "</IBAN>\r\n"
+                    "                    </Id>\r\n"
+                    "                </CdtrAcct>\r\n"
+                    "                <RmtInf>\r\n"
+                    "                    <Ustrd>",
+                    xmlInhalt(SepaText(satz.Verwendungszweck)),
+                    "</Ustrd>\r\n"
+                    "                </RmtInf>\r\n"
+                    "            </CdtTrfTxInf>\r\n"});
 }
 
 }  // namespace
@@ -151,14 +176,18 @@ QByteArray ZahlungsdateiText(const Zahlungsdatei& kopf, const UeberweisungT& tab
   const auto saetze = static_cast<qsizetype>(tabelle.size());
   const QByteArray anzahl = QByteArray::number(saetze);
   const QByteArray summe = Betragstext(gesamt);
-  Zeilen zeilen(kopflaenge + saetze * blocklaenge);
-  nachrichtenkopf(zeilen, kopf, anzahl, summe);
-  auftragskopf(zeilen, kopf, anzahl, summe);
+  QByteArray datei;
+  datei.reserve(kopflaenge + saetze * blocklaenge);
+  nachrichtenkopf(datei, kopf, anzahl, summe);
+  auftragskopf(datei, kopf, anzahl, summe);
   for (const Ueberweisung& satz : tabelle) {
-    ueberweisungsblock(zeilen, satz);
+    ueberweisungsblock(datei, satz);
   }
-  zeilen.zeile(8, "</PmtInf>").zeile(4, "</CstmrCdtTrfInitn>").zeile(0, "</Document>");
-  return zeilen.bytes();
+  datei +=
+      "        </PmtInf>\r\n"
+      "    </CstmrCdtTrfInitn>\r\n"
+      "</Document>\r\n";
+  return datei;
 }
 
 }  // namespace pelvanto
