@@ -1,5 +1,5 @@
-#include <algorithm>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "payment/zahlungsdatei.h"
@@ -17,17 +17,18 @@ struct Gelesen {
 };
 
 // "12" as 12; "12.34" as 1234 when two decimals are asked for. nullopt for any other form.
-std::optional<qint64> zahl(QByteArrayView text, int nachkomma) {
-  const bool negativ = text.startsWith('-');
-  const QByteArrayView betrag = negativ ? text.sliced(1) : text;
-  const qsizetype punkt = nachkomma == 0 ? betrag.size() : betrag.size() - nachkomma - 1;
+std::optional<qint64> zahl(std::string_view text, int nachkomma) {
+  const bool negativ = text.starts_with('-');
+  const std::string_view betrag = negativ ? text.substr(1) : text;
+  const auto laenge = static_cast<qsizetype>(betrag.size());
+  const qsizetype punkt = nachkomma == 0 ? laenge : laenge - nachkomma - 1;
   if (punkt < 1) {
     return std::nullopt;
   }
   qint64 wert = 0;
-  for (qsizetype i = 0; i < betrag.size(); ++i) {
+  for (size_t i = 0; i < betrag.size(); ++i) {
     const char zeichen = betrag.at(i);
-    if (i == punkt) {
+    if (i == static_cast<size_t>(punkt)) {
       if (zeichen != '.') {
         return std::nullopt;
       }
@@ -42,34 +43,33 @@ std::optional<qint64> zahl(QByteArrayView text, int nachkomma) {
 }
 
 // Takes the number out of a line "<tag>number</name>"; false when the line is that but holds no number.
-bool aufnehmen(QByteArrayView zeile, QByteArrayView tag, QByteArrayView name, int nachkomma,
+bool aufnehmen(std::string_view zeile, std::string_view tag, std::string_view name, int nachkomma,
                std::vector<qint64>& liste) {
-  if (!zeile.startsWith(tag)) {
+  if (!zeile.starts_with(tag)) {
     return true;
   }
-  const qsizetype ende = zeile.lastIndexOf("</");
-  if (ende < tag.size() || zeile.sliced(ende + 2) != name) {
+  const size_t ende = zeile.rfind("</");
+  if (ende == std::string_view::npos || ende < tag.size() || zeile.substr(ende + 2) != name) {
     return false;
   }
-  const std::optional<qint64> wert = zahl(zeile.sliced(tag.size(), ende - tag.size()), nachkomma);
+  const std::optional<qint64> wert = zahl(zeile.substr(tag.size(), ende - tag.size()), nachkomma);
   liste.push_back(wert.value_or(0));
   return wert.has_value();
 }
 
 std::optional<Gelesen> lesen(const QByteArray& bytes) {
   Gelesen gelesen;
-  const QByteArrayView alles(bytes);
-  for (qsizetype anfang = 0; anfang < alles.size();) {
-    const qsizetype umbruch = alles.indexOf('\n', anfang);
-    const qsizetype ende = umbruch - 1;
-    if (ende < anfang || alles.at(ende) != '\r') {
+  const std::string_view alles(bytes.constData(), static_cast<size_t>(bytes.size()));
+  for (size_t anfang = 0; anfang < alles.size();) {
+    const size_t umbruch = alles.find('\n', anfang);
+    if (umbruch == std::string_view::npos || umbruch == anfang || alles.at(umbruch - 1) != '\r') {
       return std::nullopt;
     }
-    QByteArrayView zeile = alles.sliced(anfang, ende - anfang);
-    anfang = ende + 2;
-    while (zeile.startsWith(' ')) {
-      zeile = zeile.sliced(1);
+    while (alles[anfang] == ' ') {  // ends at the line's end at the latest
+      ++anfang;
     }
+    const std::string_view zeile = alles.substr(anfang, umbruch - 1 - anfang);
+    anfang = umbruch + 1;
     gelesen.bloecke += zeile == "<CdtTrfTxInf>" ? 1 : 0;
     if (!aufnehmen(zeile, "<NbOfTxs>", "NbOfTxs>", 0, gelesen.anzahlen) ||
         !aufnehmen(zeile, "<CtrlSum>", "CtrlSum>", 2, gelesen.summen) ||
@@ -84,6 +84,15 @@ bool istErlaubtesByte(char zeichen) {
   return (zeichen >= ' ' && zeichen <= '~') || zeichen == '\r' || zeichen == '\n';
 }
 
+// Looks at all bytes, also behind a wrong one: so several are compared at once.
+bool nurErlaubteBytes(const QByteArray& bytes) {
+  unsigned char unerlaubt = 0;
+  for (const char zeichen : bytes) {
+    unerlaubt |= istErlaubtesByte(zeichen) ? 0 : 1;
+  }
+  return unerlaubt == 0;
+}
+
 bool zweimal(const std::vector<qint64>& werte, qint64 erwartet) {
   return werte.size() == 2 && werte.at(0) == erwartet && werte.at(1) == erwartet;
 }
@@ -91,7 +100,7 @@ bool zweimal(const std::vector<qint64>& werte, qint64 erwartet) {
 }  // namespace
 
 QString ZahlungsdateiPruefen(const QByteArray& bytes, const UeberweisungT& tabelle) {
-  if (!std::all_of(bytes.begin(), bytes.end(), istErlaubtesByte)) {
+  if (!nurErlaubteBytes(bytes)) {
     return QStringLiteral("Die Datei enthält unerlaubte Zeichen");
   }
   const std::optional<Gelesen> gelesen = lesen(bytes);
