@@ -7,6 +7,7 @@
 #include <QScreen>
 
 #include <exception>
+#include <new>
 
 #include "shell/einstellungen.h"
 #include "shell/farben.h"
@@ -25,6 +26,7 @@ namespace {
 
 // An error that carries no number of its own.
 constexpr int kAllgemeinerFehler = 5;
+constexpr int kSpeichermangel = 7;
 
 QIcon programmbild() {
   QIcon bild;
@@ -137,6 +139,8 @@ void HauptFenster::abgesichert(const std::function<void()>& handlung) {
     beendet_ = true;
   } catch (const Datenbankfehler& fehler) {
     fehlerMelden(fehler.nummer, fehler.beschreibung);
+  } catch (const std::bad_alloc&) {
+    fehlerMelden(kSpeichermangel, "Der Arbeitsspeicher reicht nicht aus");
   } catch (const std::exception& fehler) {
     fehlerMelden(kAllgemeinerFehler, QString::fromLocal8Bit(fehler.what()));
   } catch (...) {

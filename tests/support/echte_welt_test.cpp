@@ -114,10 +114,14 @@ TEST_F(EchtesDateisystemTest, CopiesWithTheTimeOfTheOriginalAndClearsReadOnly) {
 
 TEST(EchtesGebietsschemaTest, TakesCharactersAndPlaceFromTheSystem) {
   const Waehrung betrag = Waehrung::ausCent(123450);
+  // Whatever the system says, an amount that is shown is read back as the same amount.
+  const auto dezimal = [](const QLocale& schema) { return zahlenzeichenAus(schema).dezimal; };
+  EXPECT_EQ(dezimal(QLocale(QLocale::Arabic, QLocale::Egypt)), u',');
   const std::pair<QLocale, QString> faelle[] = {
       {QLocale(QLocale::German, QLocale::Germany), "1.234,50 €"},
       {QLocale(QLocale::German, QLocale::Austria), "1\u00A0234,50 €"},
       {QLocale(QLocale::English, QLocale::UnitedStates), "$1,234.50"},
+      {QLocale(QLocale::Danish, QLocale::Denmark), "1.234,50 kr"},
       {QLocale::c(), "1,234.50"},
   };
   for (const auto& [schema, erwartet] : faelle) {

@@ -8,12 +8,15 @@ namespace {
 
 QChar erstesZeichen(const QString& text) { return text.isEmpty() ? QChar() : text.at(0); }
 
+// The only characters that are read as a decimal point where an amount is read back.
+bool istPunktOderKomma(QChar zeichen) { return zeichen == u'.' || zeichen == u','; }
+
 }  // namespace
 
 Zahlenzeichen zahlenzeichenAus(const QLocale& schema) {
   Zahlenzeichen zeichen;
   zeichen.dezimal = erstesZeichen(schema.decimalPoint());
-  if (zeichen.dezimal.isNull()) {
+  if (!istPunktOderKomma(zeichen.dezimal)) {
     zeichen.dezimal = u',';
   }
   zeichen.gruppierung = erstesZeichen(schema.groupSeparator());
@@ -31,6 +34,8 @@ Zahlenzeichen zahlenzeichenAus(const QLocale& schema) {
   zeichen.waehrungVorne = stelle < ersteZiffer;
   const qsizetype daneben = zeichen.waehrungVorne ? stelle + zeichen.waehrung.size() : stelle - 1;
   zeichen.waehrungAbstand = daneben >= 0 && daneben < probe.size() && probe.at(daneben).isSpace();
+  // The point of "1.000,00 kr." would be taken for the decimal point: a hundred times the amount.
+  zeichen.waehrung.removeIf(istPunktOderKomma);
   return zeichen;
 }
 
