@@ -2,9 +2,7 @@
 
 #include <array>
 #include <cstdint>
-#include <list>
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
 #include "jet/byte_reader.h"

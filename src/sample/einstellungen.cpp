@@ -15,7 +15,7 @@ void zeile(std::vector<std::uint8_t>& datei, const std::u16string& text) {
   datei.push_back('\n');
 }
 
-std::u16string zahl(int wert) {
+std::u16string alsText(int wert) {
   const std::string ziffern = std::to_string(wert);
   return {ziffern.begin(), ziffern.end()};
 }
@@ -39,7 +39,7 @@ std::vector<std::uint8_t> einstellungsdatei(int jahr) {
            std::u16string(u"GruppeNotwendig=Qualitätsprogramm"),
            std::u16string(u"GruppeNotwendig3b=Bio-Betriebe"),
            std::u16string(u"GesamtBetrag=125.000,00"),
-           u"WortlautUeberweisung=Qualitätsbonus " + zahl(jahr - 1) + u" - danke für die gute Milch",
+           u"WortlautUeberweisung=Qualitätsbonus " + alsText(jahr - 1) + u" - danke für die gute Milch",
            std::u16string(u"UIDTreuhaender=U4021830"),
            u"EigeneIBAN=" + eigeneIban,
            std::u16string(u"EigeneBIC=HOFKAT2LXXX"),

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <iostream>
@@ -6,10 +7,12 @@
 #include <random>
 
 #include "common/memory_files.h"
+#include "jet/create/database_builder.h"
 #include "jet/database.h"
 #include "jet/error.h"
 #include "jet/export.h"
 #include "jet/shared_files.h"
+#include "jet/sql/session.h"
 #include "jet/text_codec.h"
 #include "jet/worn_database.h"
 
@@ -157,6 +160,66 @@ TEST(Damage, CopiesOfTheSharedFiles) {
   }
   if (originals.empty()) GTEST_SKIP() << "the shared files are not there";
   tortureAll(originals);
+}
+
+struct KeyedFile {
+  Content content;
+  std::vector<Text> queries;  // each has exactly one row
+};
+
+KeyedFile makeKeyedFile() {
+  create::DatabaseBuilder builder;
+  auto& table = builder.addTable({.name = u"T",
+                                  .columns = {{.name = u"ID", .type = ColumnType::Long},
+                                              {.name = u"Name", .type = ColumnType::Text, .characters = 20}},
+                                  .indexes = {{.name = u"ID", .columns = {u"ID"}, .primaryKey = true},
+                                              {.name = u"Name", .columns = {u"Name"}}}});
+  const auto wide = [](const std::string& digits) { return Text(digits.begin(), digits.end()); };
+  KeyedFile result;
+  for (int i = 0; i < 800; ++i) {
+    const Text name =
+        Text(1, static_cast<char16_t>(u'a' + i * 7 % 26)) + wide(std::to_string(i * 7919 % 800));
+    table.insert({std::int32_t{i * 3}, name});
+    result.queries.push_back(u"SELECT ID FROM T WHERE ID = " + wide(std::to_string(i * 3)));
+    result.queries.push_back(u"SELECT ID FROM T WHERE Name = '" + name + u"'");
+  }
+  result.content = builder.finish();
+  return result;
+}
+
+// A byte of an index is wrong: the head of a page, the ends of its entries, or an entry.
+TEST(Damage, QueriesByKeyMissNoRow) {
+  const KeyedFile original = makeKeyedFile();
+  std::vector<std::size_t> indexPages;
+  for (std::size_t start = 4096; start < original.content.size(); start += 4096) {
+    if (original.content[start] == 3 || original.content[start] == 4) indexPages.push_back(start);
+  }
+  std::mt19937 random(1999);
+  int refused = 0, answered = 0;
+  for (int i = 0; i < copies / 4; ++i) {
+    Content copy = original.content;
+    constexpr std::array<std::pair<unsigned, unsigned>, 3> parts{{{0, 27}, {27, 453}, {480, 3616}}};
+    const auto [begin, length] = parts[static_cast<std::size_t>(i) % parts.size()];
+    const std::size_t place = indexPages[random() % indexPages.size()] + begin + random() % length;
+    copy[place] = static_cast<std::uint8_t>(random() % 2 == 0 ? random() : copy[place] ^ 1u << random() % 8);
+    MemoryFiles files;
+    files.put("copy.mdb", std::move(copy));
+    Database database(files, "copy.mdb");
+    sql::Session session(database);
+    for (const Text& query : original.queries) {
+      try {
+        EXPECT_EQ(session.query(query).rowCount(), 1u) << "copy " << i << ": " << toUtf8(query);
+        ++answered;
+      } catch (const Error& error) {
+        EXPECT_EQ(error.kind(), ErrorKind::Damaged) << error.what();
+        ++refused;
+      }
+    }
+  }
+  EXPECT_GT(refused, 0);
+  EXPECT_GT(answered, refused);
+  std::cout << copies / 4 << " damaged indexes: " << answered << " queries answered, " << refused
+            << " refused\n";
 }
 
 }  // namespace

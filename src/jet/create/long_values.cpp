@@ -11,7 +11,7 @@ namespace jet::create {
 namespace {
 
 constexpr std::uint32_t inlineKind = 0x80000000, rowKind = 0x40000000, chainKind = 0, kindMask = 0xC0000000;
-constexpr std::size_t largestRow = 4076;
+constexpr std::size_t largestSingleRow = 4076;
 constexpr std::size_t chainData = 4072;  // per row, behind the pointer to the next
 constexpr std::size_t largestValue = 0x3FFFFFFF;
 
@@ -28,7 +28,7 @@ void LongValueStore::append(Bytes& target, std::span<const std::uint8_t> content
   if (content.empty() || (inlineAllowed && content.size() <= largestInline)) {
     appendReference(target, content.size(), inlineKind, 0);
     target.insert(target.end(), content.begin(), content.end());
-  } else if (content.size() <= largestRow) {
+  } else if (content.size() <= largestSingleRow) {
     appendReference(target, content.size(), rowKind, storeRow(content));
   } else {
     appendReference(target, content.size(), chainKind, storeChain(content));

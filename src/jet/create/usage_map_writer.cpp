@@ -15,7 +15,7 @@ constexpr std::size_t mapHeader = 5;       // type, start page
 constexpr std::uint32_t inlineBytes = 64;  // 512 pages
 constexpr std::uint32_t inlinePages = inlineBytes * 8;
 constexpr std::uint32_t largestGlobalInlineBytes = 3900;  // what page 1 has room for
-constexpr std::uint8_t inlineKind = 0, referenceKind = 1;
+constexpr std::uint8_t inlineMap = 0, referenceMap = 1;
 constexpr std::size_t bitmapHeader = 4;
 constexpr std::uint32_t bitmapPages = (pageSize - bitmapHeader) * 8;
 
@@ -39,13 +39,13 @@ std::span<std::uint8_t> mapRow(PageArray& pages, std::uint32_t pointer) {
 }
 
 void writeInline(std::span<std::uint8_t> row, std::uint32_t start, std::span<const std::uint32_t> members) {
-  row[0] = inlineKind;
+  row[0] = inlineMap;
   put32(row, 1, start);
   for (const std::uint32_t page : members) setBit(row.subspan(mapHeader), page - start);
 }
 
 void writeByReference(PageArray& pages, std::uint32_t pointer, std::span<const std::uint32_t> members) {
-  mapRow(pages, pointer)[0] = referenceKind;
+  mapRow(pages, pointer)[0] = referenceMap;
   for (const std::uint32_t page : members) {
     const std::size_t entry = 1 + 4 * std::size_t{page / bitmapPages};
     std::uint32_t bitmap = get32(mapRow(pages, pointer), entry);
@@ -60,7 +60,7 @@ void writeByReference(PageArray& pages, std::uint32_t pointer, std::span<const s
 // One bitmap page for every range of the file; the bitmap pages themselves lengthen the file.
 void writeGlobalByReference(PageArray& pages, std::span<const std::uint8_t> emptyRow) {
   DataPageWriter(pages.page(globalMapPage)).replace(0, emptyRow, 0);
-  mapRow(pages, globalMapPage << 8)[0] = referenceKind;
+  mapRow(pages, globalMapPage << 8)[0] = referenceMap;
   std::vector<std::uint32_t> bitmaps;
   while (bitmaps.size() * bitmapPages < pages.count()) {
     bitmaps.push_back(allocateBitmap(pages));
