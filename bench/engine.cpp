@@ -10,8 +10,8 @@
 #include "bench/jet_copy.h"
 #include "bench/sqlite_copy.h"
 #include "jet/database.h"
-#include "jet/sql/lexer.h"
 #include "jet/sql/session.h"
+#include "jet/text_codec.h"
 
 namespace bench {
 namespace {
@@ -67,7 +67,7 @@ std::size_t scanAll(jet::Table& table) {
 }
 
 void measureScan(Report& report, Copies& copies, const char16_t* table, std::size_t rows) {
-  const std::string name = jet::sql::toUtf8(table);
+  const std::string name = jet::toUtf8(table);
   const auto times = duel(
       rounds, [&] { require(scanAll(copies.database->table(table)) == rows, "rows of the scan"); },
       [&] { require(copies.sqlite->query("SELECT * FROM " + name) == rows, "rows in SQLite"); });
@@ -91,7 +91,7 @@ void measureQueries(Report& report, Copies& copies, const std::string& name,
   std::vector<std::string> utf8;
   for (int i = 0; i < lookups; ++i) {
     texts.push_back(make(random));
-    utf8.push_back(jet::sql::toUtf8(texts.back()));
+    utf8.push_back(jet::toUtf8(texts.back()));
   }
   std::size_t ourRows = 0, theirRows = 0;
   copies.open();
@@ -117,7 +117,7 @@ std::u16string randomMembership(std::mt19937& random) {
 }
 
 void measureJoin(Report& report, Copies& copies) {
-  const std::string text = jet::sql::toUtf8(queries::members);
+  const std::string text = jet::toUtf8(queries::members);
   const auto ours = [&] {
     require(copies.session->query(queries::members).rowCount() == delivererCount, "rows of the join");
   };
@@ -185,7 +185,7 @@ void measureEngine(Report& report, const std::filesystem::path& folder,
     });
     constexpr int theirQueries = 50;
     const double theirs = seconds([&] {
-      for (int i = 0; i < theirQueries; ++i) copies.sqlite->query(jet::sql::toUtf8(texts[i]));
+      for (int i = 0; i < theirQueries; ++i) copies.sqlite->query(jet::toUtf8(texts[i]));
     });
     report.add({text, lookups / time, "query/s", "SQLite", theirQueries / theirs, false, {}, {}});
   }

@@ -3,7 +3,7 @@
 #include <sqlite3.h>
 #include <stdexcept>
 
-#include "jet/sql/lexer.h"
+#include "jet/text_codec.h"
 
 namespace bench {
 namespace {
@@ -32,7 +32,7 @@ class Statement {
       sqlite3_bind_null(statement_, place);
       return;
     }
-    const std::string utf8 = jet::sql::toUtf8(text);
+    const std::string utf8 = jet::toUtf8(text);
     sqlite3_bind_text(statement_, place, utf8.data(), static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
   }
   void run() {
