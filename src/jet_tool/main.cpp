@@ -2,7 +2,6 @@
 #include <filesystem>
 #include <iostream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "jet/check.h"
@@ -20,9 +19,8 @@ constexpr const char* usage =
     "jet sql FILE QUERY      the answer to a query, tab separated\n"
     "jet check FILE          looks for contradictions in the file\n";
 
-jet::Text fromUtf8(const std::string& text) {
-  return std::filesystem::path(std::u8string(text.begin(), text.end())).u16string();
-}
+// Paths know the system's own way of writing texts, whatever an argument means.
+using Argument = std::filesystem::path;
 
 jet::OpenOptions lookOnly() {
   jet::OpenOptions options;
@@ -49,14 +47,14 @@ int listTables(jet::Database& database) {
   return result;
 }
 
-int exportTable(jet::Database& database, const std::string& name) {
-  std::cout << jet::exportTable(database.table(fromUtf8(name)));
+int exportTable(jet::Database& database, const Argument& name) {
+  std::cout << jet::exportTable(database.table(name.u16string()));
   return 0;
 }
 
-int answer(jet::Database& database, const std::string& query) {
+int answer(jet::Database& database, const Argument& query) {
   jet::sql::Session session(database);
-  const jet::sql::ResultSet result = session.query(fromUtf8(query));
+  const jet::sql::ResultSet result = session.query(query.u16string());
   std::string line;
   for (const auto& column : result.columns) line += (line.empty() ? "" : "\t") + jet::toUtf8(column.name);
   std::cout << line << '\n';
@@ -81,8 +79,8 @@ int checkFile(jet::Database& database) {
   return report.errors.empty() ? 0 : 1;
 }
 
-int run(const std::vector<std::string>& arguments) {
-  const std::string_view command = arguments.empty() ? std::string_view() : std::string_view(arguments[0]);
+int run(const std::vector<Argument>& arguments) {
+  const Argument command = arguments.empty() ? Argument() : arguments[0];
   const bool takesMore = command == "export" || command == "sql";
   const bool known = takesMore || command == "tables" || command == "check";
   if (!known || arguments.size() != (takesMore ? 3u : 2u)) {
@@ -96,13 +94,22 @@ int run(const std::vector<std::string>& arguments) {
   return checkFile(database);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+// The first argument is the program's own name.
+template <typename Char>
+int runReporting(int count, Char** arguments) {
   try {
-    return run({argv + 1, argv + argc});
+    return run({arguments + 1, arguments + count});
   } catch (const std::exception& error) {
     std::cerr << "jet: " << error.what() << '\n';
     return 1;
   }
 }
+
+}  // namespace
+
+// On Windows only the wide arguments hold every character.
+#ifdef _WIN32
+int wmain(int argc, wchar_t** argv) { return runReporting(argc, argv); }
+#else
+int main(int argc, char** argv) { return runReporting(argc, argv); }
+#endif
