@@ -52,7 +52,7 @@ class Binder {
       for (const ColumnName& name : select_.columns) target_.outputs.push_back(resolve(name, allTables()));
       return;
     }
-    for (std::uint8_t table = 0; table < target_.tables.size(); ++table) {
+    for (std::uint8_t table = 0; table < allTables().end; ++table) {
       const std::size_t count = target_.tables[table]->definition().columns.size();
       for (std::size_t column = 0; column < count; ++column) {
         target_.outputs.push_back({table, static_cast<std::uint16_t>(column)});

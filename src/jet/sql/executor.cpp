@@ -189,7 +189,8 @@ class Executor {
     for (const BoundColumn output : select_.outputs) {
       result_.cells.push_back(rowOf(output.table).value(output.column));
     }
-    for (std::uint8_t table = 0; table < select_.tables.size(); ++table) {
+    const auto tables = static_cast<std::uint8_t>(select_.tables.size());
+    for (std::uint8_t table = 0; table < tables; ++table) {
       work_.order.addPlace(rowOf(table).id());
     }
     for (std::size_t i = 0; i < select_.order.size(); ++i) {

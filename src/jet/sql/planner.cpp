@@ -36,7 +36,8 @@ class Planner {
   std::uint8_t cheapestTable() {
     std::uint8_t best = 0;
     double bestRows = -1;
-    for (std::uint8_t table = 0; table < select_.tables.size(); ++table) {
+    const auto count = static_cast<std::uint8_t>(select_.tables.size());
+    for (std::uint8_t table = 0; table < count; ++table) {
       if (isPlaced(table)) continue;
       if (placed_ != 0 && !isJoined(table)) continue;
       prepare(table, candidate_);
