@@ -21,7 +21,7 @@ double tageSeitNulldatum(const QDateTime& zeit) {
 }
 
 QString datumstext(const QDateTime& zeit) {
-  const QString datum = zeit.date().toString(QStringLiteral("dd.MM.yyyy"));
+  QString datum = zeit.date().toString(QStringLiteral("dd.MM.yyyy"));
   if (zeit.time().msecsSinceStartOfDay() == 0) {
     return datum;
   }
@@ -33,7 +33,7 @@ QDateTime datumAusText(const QString& text) {
   for (const QString& form :
        {QStringLiteral("d.M.yyyy"), QStringLiteral("d.M.yyyy H:m"), QStringLiteral("d.M.yyyy H:m:s"),
         QStringLiteral("yyyy-M-d"), QStringLiteral("yyyy-M-d H:m:s"), QStringLiteral("yyyy-M-d'T'H:m:s")}) {
-    const QDateTime zeit = QDateTime::fromString(text, form);
+    QDateTime zeit = QDateTime::fromString(text, form);
     if (zeit.isValid()) {
       return zeit;
     }

@@ -26,6 +26,8 @@ void anhaengen(QByteArray& datei, std::initializer_list<QByteArrayView> teile) {
   }
 }
 
+// Several lines between two values are one literal: no comma is missing.
+// NOLINTBEGIN(bugprone-suspicious-missing-comma)
 void nachrichtenkopf(QByteArray& datei, const Zahlungsdatei& kopf, const QByteArray& anzahl,
                      const QByteArray& summe) {
   anhaengen(datei, {"<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\r\n"
@@ -146,6 +148,7 @@ void ueberweisungsblock(QByteArray& datei, const Ueberweisung& satz) {
                     "                </RmtInf>\r\n"
                     "            </CdtTrfTxInf>\r\n"});
 }
+// NOLINTEND(bugprone-suspicious-missing-comma)
 
 }  // namespace
 

@@ -40,7 +40,7 @@ bool Zahlungsverkehr::ablehnen(const QString& grund) const {
 
 QString Zahlungsverkehr::freieNummer(const QDateTime& jetzt) const {
   for (int nummer = 1; nummer <= letzteNummer; ++nummer) {
-    const QString meldung = meldungsnummer(jetzt, nummer);
+    QString meldung = meldungsnummer(jetzt, nummer);
     const QString pfad = dateipfad(meldung);
     // A file that is there but cannot be opened has its number too.
     if (!dateien_.FileExists(pfad) && !dateien_.dateisystem().existiert(pfad)) {

@@ -50,7 +50,7 @@ void TableBuilder::erase(RowId row) { state_->writer.erase(row); }
 
 void TableBuilder::move(RowId row) { state_->writer.move(row); }
 
-void TableBuilder::addColumn(ColumnSpec column) { state_->writer.addColumn(column); }
+void TableBuilder::addColumn(const ColumnSpec& column) { state_->writer.addColumn(column); }
 
 void TableBuilder::deleteColumn(const Text& name) { state_->writer.deleteColumn(name); }
 
@@ -59,7 +59,7 @@ DatabaseBuilder::DatabaseBuilder(BuildOptions options)
 
 DatabaseBuilder::~DatabaseBuilder() = default;
 
-TableBuilder& DatabaseBuilder::addTable(TableSpec spec) {
+TableBuilder& DatabaseBuilder::addTable(const TableSpec& spec) {
   for (const auto& table : state_->tables) {
     if (collation::equal(table->state.writer.layout().name, spec.name)) {
       throw Error(ErrorKind::Constraint, "a table name twice");

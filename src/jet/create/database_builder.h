@@ -49,10 +49,10 @@ class TableBuilder {
   // twice is found when the file is finished).
   RowId insert(std::vector<Value> values);
   // The states that years of use leave behind in a real file, for tests:
-  void erase(RowId row);                // a deleted row
-  void move(RowId row);                 // a row that outgrew its page
-  void addColumn(ColumnSpec column);    // earlier rows do not know it
-  void deleteColumn(const Text& name);  // gaps in the column numbers
+  void erase(RowId row);                     // a deleted row
+  void move(RowId row);                      // a row that outgrew its page
+  void addColumn(const ColumnSpec& column);  // earlier rows do not know it
+  void deleteColumn(const Text& name);       // gaps in the column numbers
 
  private:
   friend class DatabaseBuilder;
@@ -75,7 +75,7 @@ class DatabaseBuilder {
   ~DatabaseBuilder();
 
   // The returned builder lives as long as this object. Errors: Constraint (a name twice), Limit.
-  TableBuilder& addTable(TableSpec spec);
+  TableBuilder& addTable(const TableSpec& spec);
   // The whole file. Builds the indexes; call once. Errors: Constraint (unique key twice), Limit (2 GiB).
   std::vector<std::uint8_t> finish();
   // `finish`, written as a new file.

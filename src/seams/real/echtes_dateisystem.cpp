@@ -45,12 +45,12 @@ Dateifehler EchtesDateisystem::ordnerAnlegen(const QString& ordner) {
 
 Dateifehler EchtesDateisystem::kopieren(const QString& quelle, const QString& ziel) {
   QByteArray inhalt;
-  const Dateifehler gelesen = lesen(quelle, inhalt);
+  Dateifehler gelesen = lesen(quelle, inhalt);
   if (!gelesen.ok()) {
     return gelesen;
   }
   const bool neu = !existiert(ziel);
-  const Dateifehler geschrieben = schreiben(ziel, inhalt);
+  Dateifehler geschrieben = schreiben(ziel, inhalt);
   if (!geschrieben.ok()) {
     if (neu) {
       loeschen(ziel);

@@ -79,7 +79,7 @@ std::optional<Dateizeiten> EchtesDateisystem::zeiten(const QString& pfad) const 
     return std::nullopt;
   }
   const QFileInfo info(pfad);
-  const auto ganzeSekunden = [](QDateTime zeit) { return zeit.addMSecs(-zeit.time().msec()); };
+  const auto ganzeSekunden = [](const QDateTime& zeit) { return zeit.addMSecs(-zeit.time().msec()); };
   Dateizeiten zeiten;
   zeiten.letztesSchreiben = ganzeSekunden(info.lastModified());
   zeiten.letzterZugriff = ganzeSekunden(info.lastRead());
@@ -89,7 +89,7 @@ std::optional<Dateizeiten> EchtesDateisystem::zeiten(const QString& pfad) const 
 }
 
 Dateifehler EchtesDateisystem::lesen(const QString& pfad, QByteArray& inhalt) const {
-  const Dateifehler geprueft = oeffnenPruefen(pfad);
+  Dateifehler geprueft = oeffnenPruefen(pfad);
   if (!geprueft.ok()) {
     return geprueft;
   }
@@ -160,7 +160,7 @@ Dateifehler EchtesDateisystem::umbenennen(const QString& alt, const QString& neu
     return letzterFehler(alt);
   }
   if (::unlink(alterName.constData()) != 0) {
-    const Dateifehler fehler = letzterFehler(alt);
+    Dateifehler fehler = letzterFehler(alt);
     ::unlink(neuerName.constData());
     return fehler;
   }
