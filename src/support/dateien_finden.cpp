@@ -43,7 +43,7 @@ qsizetype wurzellaenge(const QString& pfad) {
 }  // namespace
 
 DateienFinden::DateienFinden(Dateisystem& dateien, Protokoll& protokoll, Meldungen& meldungen,
-                             Oberflaeche& oberflaeche, Uhr& uhr, QString programmOrdner)
+                             Oberflaeche& oberflaeche, Uhr& uhr, const QString& programmOrdner)
     : dateien_(dateien),
       protokoll_(protokoll),
       meldungen_(meldungen),

@@ -24,7 +24,7 @@ class DateienFinden {
   };
 
   DateienFinden(Dateisystem& dateien, Protokoll& protokoll, Meldungen& meldungen, Oberflaeche& oberflaeche,
-                Uhr& uhr, QString programmOrdner);
+                Uhr& uhr, const QString& programmOrdner);
 
   // The careful test; throws ProgrammEnde after its message for an error it does not know.
   bool FileExists(const QString& datei);

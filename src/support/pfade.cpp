@@ -24,14 +24,14 @@ QString ordnerOhneTrenner(const QString& ordner) {
 }
 
 QString pfadInJederSchreibweise(const QString& ordner, const QString& name, const Dateisystem& dateien) {
-  const QString wieGegeben = pfadVerbinden(ordner, name);
+  QString wieGegeben = pfadVerbinden(ordner, name);
   if (dateien.existiert(wieGegeben)) {
     return wieGegeben;
   }
   QStringList namen = dateien.namen(ordner);
   namen.sort();
   for (const QString& vorhanden : namen) {
-    const QString pfad = pfadVerbinden(ordner, vorhanden);
+    QString pfad = pfadVerbinden(ordner, vorhanden);
     if (vorhanden.compare(name, Qt::CaseInsensitive) == 0 && !dateien.istOrdner(pfad)) {
       return pfad;
     }
