@@ -16,7 +16,7 @@ QString mitMinuten(const QDateTime& zeit) { return zeit.toString(u"dd.MM.yyyy HH
 
 // Like the database itself, its copies are found in any letter case.
 QString DatenbankRoutinen::kopiepfad(const QString& Pfad, const QString& endung) const {
-  const QString pfad = Pfad.chopped(endung.size()) + endung;
+  QString pfad = Pfad.chopped(endung.size()) + endung;
   const QString ordner = OrdnerAusPfad(pfad);
   if (ordner.isEmpty()) return pfad;
   return pfadInJederSchreibweise(ordner, DateinameAusPfad(pfad), dateien_.dateisystem());
