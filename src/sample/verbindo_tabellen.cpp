@@ -90,7 +90,7 @@ void tabellenBauen(DatabaseBuilder& datenbank, const VerbindoDaten& daten, const
   const auto tabelle = [&](jet::create::TableSpec schema) -> TableBuilder& {
     if (!optionen.nebenindexe)
       std::erase_if(schema.indexes, [](const auto& index) { return !index.primaryKey; });
-    return datenbank.addTable(std::move(schema));
+    return datenbank.addTable(schema);
   };
   fuellen(tabelle(schemaAdressen()), daten.adressen, optionen);
   fuellen(tabelle(schemaNamensliste()), daten.personen, optionen);
