@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "jet/file_pool.h"
 #include "jet/table.h"
 
 namespace jet {
@@ -14,6 +15,7 @@ struct OpenOptions {
   std::size_t cacheBytes = 32u << 20;  // bound of the page cache
   bool ignorePassword = false;         // the password does not encode anything; `jet` the tool may look
   WarningSink warn;                    // stale counts and the like; one English sentence each
+  RecoverySink recovered;              // a journal was found at opening
 };
 
 struct TableEntry {
@@ -23,18 +25,22 @@ struct TableEntry {
   bool hidden = false;  // temporary tables, names that start with "~"
 };
 
-// An open database file, read only. Opening reads page 0 and the definition of the catalog; everything else
-// is read when asked for. Not for several threads.
+// An open database file. Opening reads page 0 and the definition of the catalog; everything else is read when
+// asked for. Rows are changed through jet/write. Not for several threads.
 class Database {
  public:
   Database(FileSystem& files, const std::filesystem::path& path, OpenOptions options = {});
+  // Shares the file with the other databases of the pool.
+  Database(FilePool& pool, const std::filesystem::path& path, OpenOptions options = {});
   ~Database();
 
   const Header& header() const;
   const PageFile& pages() const;
+  PageFile& pages();
   // All local tables, in the catalog's stored order.
   const std::vector<TableEntry>& tables() const;
-  // By name without case, in any letter case. Error(NoSuchTable).
+  // By name without case, in any letter case. Error(NoSuchTable). The reference holds until the file's
+  // version changes (PageFile::version): a transaction of any connection, another program's writing.
   Table& table(std::u16string_view name);
   // Properties of a table as the catalog keeps them (Required, DefaultValue, ...); empty if there are none.
   Bytes tableProperties(std::u16string_view name);

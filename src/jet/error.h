@@ -22,8 +22,12 @@ enum class ErrorKind {
   NoSuchColumn,
   Sql,           // the query text is not understood
   TypeMismatch,  // values of types that cannot be compared or stored
-  Constraint,    // a row breaks a rule of its table (creating files)
+  Constraint,    // a row breaks a rule of its table
   Limit,         // larger than the format allows
+  ReadOnly,      // this version of the format, or this file, is read but never written
+  NotWritable,   // a table with something that cannot be maintained rightly; the reason names it
+  Conflict,      // another program has changed or deleted the row since it was read
+  DiskFull,
 };
 
 // `what()` is an English sentence for developers; the German text for a clerk is made in database/.

@@ -1,20 +1,24 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include "jet/byte_reader.h"
+#include "jet/change_stamp.h"
 #include "jet/file.h"
 #include "jet/format.h"
 #include "jet/header.h"
+#include "jet/recovery.h"
 
 namespace jet {
 
 struct IndexLayout;  // index_page.h: where the entries of an index page stand
+class Transaction;
 
-// One decoded page. Pages are immutable and may outlive their place in the cache.
+// One decoded page. It may outlive its place in the cache; only the transaction that changes a page changes
+// its bytes.
 struct Page {
   Page();
   ~Page();
@@ -30,19 +34,13 @@ struct Page {
 };
 using PageRef = std::shared_ptr<const Page>;
 
-// What tells whether another program wrote: two equal stamps mean an unchanged file.
-struct ChangeStamp {
-  std::uint64_t size = 0;
-  std::int64_t lastWriteTime = 0;
-  std::array<std::uint8_t, 512> commitBytes{};
-  bool operator==(const ChangeStamp&) const = default;
-};
-
 // Pages by number, decoded (RC4), through a cache of bounded size (least recently used pages leave first).
 class PageFile {
  public:
-  // Opening checks page 0 and the length and reads nothing else.
-  PageFile(FileSystem& files, const std::filesystem::path& path, std::size_t cacheBytes);
+  // Rolls a journal back that a crash has left behind; then checks page 0 and the length and reads nothing
+  // else.
+  PageFile(FileSystem& files, const std::filesystem::path& path, std::size_t cacheBytes,
+           const RecoverySink& recovered = {});
   ~PageFile();
 
   const Format& format() const { return *header_.format; }
@@ -58,12 +56,31 @@ class PageFile {
   ChangeStamp stamp() const;
   std::size_t cachedBytes() const;
 
+  // Grows whenever pages may read differently from before: another program has written, a transaction has
+  // ended. What was derived from pages under another version (definitions, row counts, hash tables) is stale.
+  std::uint64_t version() const { return version_; }
+  // Looks whether another program has written since the last look; if so, all cached pages are forgotten.
+  void refresh();
+
+  // Tables (by definition page) whose rows and indexes were checked as a whole, since when nobody else has
+  // written.
+  bool isProvenSound(std::uint32_t definitionPage) const { return provenSound_.contains(definitionPage); }
+  void setProvenSound(std::uint32_t definitionPage) { provenSound_.insert(definitionPage); }
+
  private:
+  friend class Transaction;
   struct Cache;
   PageRef load(std::uint32_t number) const;
 
+  FileSystem& files_;
+  std::filesystem::path path_;
   std::unique_ptr<File> file_;
   Header header_;
+  ChangeStamp known_;  // as this program last saw or left the file
+  std::uint64_t version_ = 0;
+  std::set<std::uint32_t> provenSound_;
+  Transaction* transaction_ = nullptr;
+  bool lost_ = false;  // a commit failed half way and could not be undone: nothing can be read any more
   std::uint32_t pageCount_ = 0;
   std::unique_ptr<Cache> cache_;
 };

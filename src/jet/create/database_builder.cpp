@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "jet/collation.h"
-#include "jet/create/bytes.h"
+#include "jet/encode/bytes.h"
 #include "jet/create/catalog.h"
 #include "jet/create/header_page.h"
 #include "jet/create/properties.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
-#include "jet/create/bytes.h"
+#include "jet/encode/bytes.h"
 
 namespace jet::create {
 

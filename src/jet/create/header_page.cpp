@@ -5,12 +5,14 @@
 #include <bit>
 #include <string_view>
 
-#include "jet/create/bytes.h"
+#include "jet/encode/bytes.h"
 #include "jet/error.h"
 #include "jet/format.h"
 #include "jet/header.h"
 
 namespace jet::create {
+
+using namespace encode;
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "jet/create/bytes.h"
-#include "jet/create/index_page_writer.h"
+#include "jet/encode/bytes.h"
+#include "jet/encode/index_page_writer.h"
 #include "jet/error.h"
 
 namespace jet::create {
@@ -57,7 +57,7 @@ std::vector<Child> buildLevel(PageArray& pages, std::uint32_t table, std::uint32
     for (std::size_t i = first; i + 1 < first + count; ++i) node.append(nodeEntry(children[i]));
     const Child& last = children[first + count - 1];
     nodes.push_back({isRoot ? root : pages.allocate(), last.lastEntry});
-    node.write(pages, nodes.back().page, table, {.tail = last.page, .level = level});
+    node.write(pages.page(nodes.back().page), table, {.tail = last.page, .level = level});
     first += count;
   }
   return nodes;
@@ -127,7 +127,7 @@ IndexBuilder::Tree IndexBuilder::build(PageArray& pages, std::uint32_t table, st
     if (!leaf.fits(entry.size())) {
       if (page == 0) page = pages.allocate();
       links.next = pages.allocate();
-      leaf.write(pages, page, table, links);
+      leaf.write(pages.page(page), table, links);
       level.push_back({page, previous});
       page = links.next;
       links = {.previous = level.back().page};
@@ -135,7 +135,7 @@ IndexBuilder::Tree IndexBuilder::build(PageArray& pages, std::uint32_t table, st
     leaf.append(entry);
     previous.swap(entry);
   }
-  leaf.write(pages, page == 0 ? root : page, table, links);
+  leaf.write(pages.page(page == 0 ? root : page), table, links);
   level.push_back({page == 0 ? root : page, previous});
 
   for (std::uint8_t height = 1; level.size() > 1; ++height) {

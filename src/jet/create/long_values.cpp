@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "jet/create/bytes.h"
-#include "jet/create/data_page_writer.h"
+#include "jet/encode/bytes.h"
+#include "jet/encode/data_page_writer.h"
 #include "jet/error.h"
 
 namespace jet::create {

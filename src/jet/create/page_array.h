@@ -5,10 +5,11 @@
 #include <utility>
 #include <vector>
 
+#include "jet/encode/page_size.h"
+
 namespace jet::create {
 
-inline constexpr std::uint32_t pageSize = 4096;
-inline constexpr std::uint64_t largestFile = std::uint64_t{2} << 30;  // bytes; where the format ends
+using namespace encode;  // the bytes of rows, pages and values are the same for new files and old ones
 
 // The pages of a file that is being made, in memory.
 class PageArray {

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
-#include "jet/create/bytes.h"
+#include "jet/encode/bytes.h"
 
 namespace jet::create {
+
+using namespace encode;
 
 namespace {
 

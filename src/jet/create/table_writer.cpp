@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "jet/create/bytes.h"
-#include "jet/create/data_page_writer.h"
-#include "jet/create/row_encoder.h"
+#include "jet/encode/bytes.h"
+#include "jet/encode/data_page_writer.h"
+#include "jet/encode/row_encoder.h"
 #include "jet/error.h"
 #include "jet/index_key.h"
 

@@ -2,13 +2,13 @@
 #include <limits>
 #include <type_traits>
 
-#include "jet/create/bytes.h"
-#include "jet/create/row_encoder.h"
-#include "jet/create/text_encoder.h"
+#include "jet/encode/bytes.h"
+#include "jet/encode/row_encoder.h"
+#include "jet/encode/text_encoder.h"
 #include "jet/error.h"
 #include "jet/text_codec.h"
 
-namespace jet::create {
+namespace jet::encode {
 
 namespace {
 
@@ -146,4 +146,4 @@ void appendStored(Bytes& target, const Value& value, const ColumnDefinition& col
   std::visit(Appender{target, column}, value);
 }
 
-}  // namespace jet::create
+}  // namespace jet::encode

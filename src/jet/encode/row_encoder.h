@@ -7,7 +7,7 @@
 #include "jet/table_definition.h"
 #include "jet/value.h"
 
-namespace jet::create {
+namespace jet::encode {
 
 inline constexpr std::size_t largestRow = 4060;  // bytes
 
@@ -44,4 +44,4 @@ class RowAssembler {
 std::span<const std::uint8_t> storedVariable(std::span<const std::uint8_t> row,
                                              const ColumnDefinition& column);
 
-}  // namespace jet::create
+}  // namespace jet::encode

@@ -1,10 +1,10 @@
-#include "jet/create/text_encoder.h"
+#include "jet/encode/text_encoder.h"
 
 #include <algorithm>
 
-#include "jet/create/bytes.h"
+#include "jet/encode/bytes.h"
 
-namespace jet::create {
+namespace jet::encode {
 
 namespace {
 
@@ -33,4 +33,4 @@ void appendStoredText(Bytes& target, const Text& text, bool mayCompress) {
   for (const char16_t unit : text) append8(target, unit);
 }
 
-}  // namespace jet::create
+}  // namespace jet::encode

@@ -6,7 +6,7 @@
 
 #include "jet/value.h"
 
-namespace jet::create {
+namespace jet::encode {
 
 // The writing side of `ByteReader`: numbers into bytes, little endian unless named otherwise. The target is
 // always a buffer of our own, so the caller knows its size.
@@ -59,4 +59,4 @@ inline void append24BigEndian(std::string& target, std::uint32_t value) {
   target.push_back(static_cast<char>(value & 0xFF));
 }
 
-}  // namespace jet::create
+}  // namespace jet::encode

@@ -1,12 +1,12 @@
-#include "jet/create/data_page_writer.h"
+#include "jet/encode/data_page_writer.h"
 
 #include <algorithm>
 
-#include "jet/create/bytes.h"
-#include "jet/create/page_array.h"
+#include "jet/encode/bytes.h"
+#include "jet/encode/page_size.h"
 #include "jet/format.h"
 
-namespace jet::create {
+namespace jet::encode {
 
 namespace {
 constexpr std::size_t freeOffset = 2;
@@ -79,4 +79,4 @@ void DataPageWriter::replace(std::uint32_t slot, std::span<const std::uint8_t> r
   put16(bytes_, freeOffset, static_cast<std::uint32_t>(freeBytes() + shift));
 }
 
-}  // namespace jet::create
+}  // namespace jet::encode

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <span>
 
-namespace jet::create {
+namespace jet::encode {
 
 // Rows on one data page: slots at the start, rows from the end downwards in slot order, no gaps. Works on the
 // page's bytes in place and does not own them.
@@ -38,4 +38,4 @@ class DataPageWriter {
   std::span<std::uint8_t> bytes_;
 };
 
-}  // namespace jet::create
+}  // namespace jet::encode

@@ -1,10 +1,10 @@
-#include "jet/create/index_page_writer.h"
+#include "jet/encode/index_page_writer.h"
 
 #include <algorithm>
 
-#include "jet/create/bytes.h"
+#include "jet/encode/bytes.h"
 
-namespace jet::create {
+namespace jet::encode {
 
 namespace {
 constexpr std::size_t levelOffset = 26;
@@ -15,8 +15,7 @@ void IndexPageWriter::append(std::string_view entry) {
   ends_.push_back(static_cast<std::uint16_t>(bytes_.size()));
 }
 
-void IndexPageWriter::write(PageArray& pages, std::uint32_t page, std::uint32_t table, const Links& links) {
-  const std::span<std::uint8_t> target = pages.page(page);
+void IndexPageWriter::write(std::span<std::uint8_t> target, std::uint32_t table, const Links& links) {
   std::ranges::fill(target, std::uint8_t{0});
   target[0] = static_cast<std::uint8_t>(links.level == 0 ? PageType::IndexLeaf : PageType::IndexNode);
   target[1] = 1;
@@ -35,4 +34,4 @@ void IndexPageWriter::write(PageArray& pages, std::uint32_t page, std::uint32_t 
   ends_.clear();
 }
 
-}  // namespace jet::create
+}  // namespace jet::encode

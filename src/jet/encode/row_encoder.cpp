@@ -1,10 +1,10 @@
-#include "jet/create/row_encoder.h"
+#include "jet/encode/row_encoder.h"
 
 #include <algorithm>
 
-#include "jet/create/bytes.h"
+#include "jet/encode/bytes.h"
 
-namespace jet::create {
+namespace jet::encode {
 
 namespace {
 
@@ -66,4 +66,4 @@ std::span<const std::uint8_t> storedVariable(std::span<const std::uint8_t> row,
   return row.subspan(start, end - start);
 }
 
-}  // namespace jet::create
+}  // namespace jet::encode

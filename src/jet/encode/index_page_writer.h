@@ -1,14 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "jet/create/page_array.h"
+#include "jet/encode/page_size.h"
 #include "jet/format.h"
 
-namespace jet::create {
+namespace jet::encode {
 
 // Entries of one index page on their way to the page. Entries are stored in full, without a common prefix.
 class IndexPageWriter {
@@ -24,12 +25,12 @@ class IndexPageWriter {
     std::uint32_t tail = 0;  // nodes: the last child, which has no entry
     std::uint8_t level = 0;  // 0: leaf
   };
-  // Writes the page of the index of `table` and forgets the entries.
-  void write(PageArray& pages, std::uint32_t page, std::uint32_t table, const Links& links);
+  // Fills `target`, a page of the index of `table`, and forgets the entries.
+  void write(std::span<std::uint8_t> target, std::uint32_t table, const Links& links);
 
  private:
   std::string bytes_;
   std::vector<std::uint16_t> ends_;
 };
 
-}  // namespace jet::create
+}  // namespace jet::encode
