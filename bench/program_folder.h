@@ -37,16 +37,19 @@ class ProgramFolder {
   class Boxes : public pelvanto::Meldungen {
    public:
     pelvanto::Antwort zeigen(const pelvanto::Meldung& box) override;
+    std::optional<QString> eingeben(const pelvanto::Eingabe&) override { return std::nullopt; }
     std::vector<pelvanto::Meldung> shown;
   };
   class Surface : public pelvanto::Oberflaeche {
    public:
     void nachrichtenVerarbeiten() override {}
     void sanduhr(bool) override {}
+    void fortschritt(int, int) override {}
   };
   class German : public pelvanto::Gebietsschema {
    public:
     pelvanto::Zahlenzeichen zahlenzeichen() const override { return {}; }
+    int landesvorwahl() const override { return 43; }
   };
 
   std::filesystem::path folder_;

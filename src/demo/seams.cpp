@@ -14,6 +14,11 @@ Antwort GedruckteMeldungen::zeigen(const Meldung& meldung) {
   return meldung.knoepfe == Knoepfe::Ok ? Antwort::Ok : Antwort::Nein;
 }
 
+std::optional<QString> GedruckteMeldungen::eingeben(const Eingabe& eingabe) {
+  std::cout << "  [" << eingabe.titel.toStdString() << "] " << eingabe.text.toStdString() << std::endl;
+  return std::nullopt;
+}
+
 QDateTime Vorfuehruhr::jetzt() const { return fest_.isValid() ? fest_ : QDateTime::currentDateTime(); }
 
 void Vorfuehruhr::warten(int millisekunden) { QThread::msleep(static_cast<unsigned long>(millisekunden)); }

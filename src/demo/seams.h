@@ -4,6 +4,7 @@
 
 #include "seams/gebietsschema.h"
 #include "seams/meldungen.h"
+#include "seams/real/landesvorwahl.h"
 #include "seams/uhr.h"
 
 namespace pelvanto::vorfuehrung {
@@ -12,6 +13,8 @@ namespace pelvanto::vorfuehrung {
 class GedruckteMeldungen : public Meldungen {
  public:
   Antwort zeigen(const Meldung& meldung) override;
+  // Printed too, and cancelled.
+  std::optional<QString> eingeben(const Eingabe& eingabe) override;
 };
 
 // The computer's clock, or one that stands still at `fest` where that is valid.
@@ -30,6 +33,7 @@ class Sprachschema : public Gebietsschema {
  public:
   explicit Sprachschema(const QLocale& sprache) : sprache_(sprache) {}
   Zahlenzeichen zahlenzeichen() const override;
+  int landesvorwahl() const override { return landesvorwahlVon(sprache_); }
 
  private:
   QLocale sprache_;

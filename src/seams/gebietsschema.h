@@ -20,6 +20,8 @@ class Gebietsschema {
  public:
   virtual ~Gebietsschema() = default;
   virtual Zahlenzeichen zahlenzeichen() const = 0;
+  // The international dialling code of the country, e.g. 43; 0 where no country is known.
+  virtual int landesvorwahl() const = 0;
 };
 
 }  // namespace pelvanto

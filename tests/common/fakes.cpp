@@ -31,6 +31,17 @@ Antwort FakeMeldungen::zeigen(const Meldung& meldung) {
   return antwort;
 }
 
+std::optional<QString> FakeMeldungen::eingeben(const Eingabe& eingabe) {
+  gefragt.push_back(eingabe);
+  if (eingaben.empty()) {
+    ++ungeplanteFragen;
+    return std::nullopt;
+  }
+  std::optional<QString> antwort = std::move(eingaben.front());
+  eingaben.pop_front();
+  return antwort;
+}
+
 QStringList FakeMeldungen::texte() const {
   QStringList liste;
   for (const Meldung& meldung : gezeigt) {
@@ -50,5 +61,7 @@ void FakeOberflaeche::sanduhr(bool an) {
   sanduhrAn = an;
   sanduhrFolge.push_back(an);
 }
+
+void FakeOberflaeche::fortschritt(int nummer, int anzahl) { fortschritte.emplace_back(nummer, anzahl); }
 
 }  // namespace pelvanto::test

@@ -9,6 +9,8 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "seams/dateisystem.h"
@@ -41,11 +43,14 @@ class FakeUhr : public Uhr {
 class FakeMeldungen : public Meldungen {
  public:
   Antwort zeigen(const Meldung& meldung) override;
+  std::optional<QString> eingeben(const Eingabe& eingabe) override;
   // The texts of the boxes shown so far.
   QStringList texte() const;
 
   std::vector<Meldung> gezeigt;
   std::deque<Antwort> antworten;
+  std::vector<Eingabe> gefragt;
+  std::deque<std::optional<QString>> eingaben;  // an input box nobody planned for is cancelled
   int ungeplanteFragen = 0;
   std::function<void(const Meldung&)> beimZeigen;
 };
@@ -54,7 +59,9 @@ class FakeOberflaeche : public Oberflaeche {
  public:
   void nachrichtenVerarbeiten() override;
   void sanduhr(bool an) override;
+  void fortschritt(int nummer, int anzahl) override;
 
+  std::vector<std::pair<int, int>> fortschritte;  // every call
   int verarbeitet = 0;
   bool sanduhrAn = false;
   std::vector<bool> sanduhrFolge;  // every call
@@ -64,6 +71,8 @@ class FakeOberflaeche : public Oberflaeche {
 class FakeGebietsschema : public Gebietsschema {
  public:
   Zahlenzeichen zahlenzeichen() const override { return zeichen; }
+  int landesvorwahl() const override { return vorwahl; }
+  int vorwahl = 43;
   Zahlenzeichen zeichen;  // German unless set otherwise
 };
 

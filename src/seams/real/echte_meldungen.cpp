@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCursor>
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -52,11 +53,14 @@ void knoepfeEinsetzen(QMessageBox& kasten, Knoepfe knoepfe) {
     kasten.button(QMessageBox::Ok)->setText(QStringLiteral("OK"));
     return;
   }
-  kasten.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+  const bool abbrechbar = knoepfe == Knoepfe::JaNeinAbbrechen;
+  kasten.setStandardButtons(QMessageBox::Yes | QMessageBox::No |
+                            (abbrechbar ? QMessageBox::Cancel : QMessageBox::NoButton));
   kasten.button(QMessageBox::Yes)->setText(QStringLiteral("&Ja"));
   kasten.button(QMessageBox::No)->setText(QStringLiteral("&Nein"));
   kasten.setDefaultButton(QMessageBox::No);
-  kasten.setEscapeButton(QMessageBox::No);
+  kasten.setEscapeButton(abbrechbar ? QMessageBox::Cancel : QMessageBox::No);
+  if (abbrechbar) kasten.button(QMessageBox::Cancel)->setText(QStringLiteral("&Abbrechen"));
 }
 
 }  // namespace
@@ -74,7 +78,22 @@ Antwort EchteMeldungen::zeigen(const Meldung& meldung) {
   if (meldung.knoepfe == Knoepfe::Ok) {
     return Antwort::Ok;
   }
-  return kasten.clickedButton() == kasten.button(QMessageBox::Yes) ? Antwort::Ja : Antwort::Nein;
+  if (kasten.clickedButton() == kasten.button(QMessageBox::Yes)) return Antwort::Ja;
+  const bool abgebrochen = meldung.knoepfe == Knoepfe::JaNeinAbbrechen &&
+                           kasten.clickedButton() == kasten.button(QMessageBox::Cancel);
+  return abgebrochen ? Antwort::Abbrechen : Antwort::Nein;
+}
+
+std::optional<QString> EchteMeldungen::eingeben(const Eingabe& eingabe) {
+  const Zeigerpfeil pfeil;
+  QInputDialog kasten(QApplication::activeWindow());
+  kasten.setWindowTitle(eingabe.titel.isEmpty() ? QStringLiteral("Pelvanto") : eingabe.titel);
+  kasten.setLabelText(eingabe.text);
+  kasten.setTextValue(eingabe.vorgabe);
+  kasten.setOkButtonText(QStringLiteral("OK"));
+  kasten.setCancelButtonText(QStringLiteral("Abbrechen"));
+  if (kasten.exec() != QDialog::Accepted) return std::nullopt;
+  return kasten.textValue();
 }
 
 }  // namespace pelvanto

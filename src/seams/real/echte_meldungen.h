@@ -9,6 +9,7 @@ namespace pelvanto {
 class EchteMeldungen : public Meldungen {
  public:
   Antwort zeigen(const Meldung& meldung) override;
+  std::optional<QString> eingeben(const Eingabe& eingabe) override;
 };
 
 }  // namespace pelvanto

@@ -19,4 +19,8 @@ void EchteOberflaeche::sanduhr(bool an) {
   }
 }
 
+void EchteOberflaeche::fortschritt(int nummer, int anzahl) {
+  if (anzeige_) anzeige_(nummer, anzahl);
+}
+
 }  // namespace pelvanto

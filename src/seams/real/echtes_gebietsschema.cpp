@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "seams/real/landesvorwahl.h"
+
 namespace pelvanto {
 
 namespace {
@@ -40,5 +42,7 @@ Zahlenzeichen zahlenzeichenAus(const QLocale& schema) {
 }
 
 Zahlenzeichen EchtesGebietsschema::zahlenzeichen() const { return zahlenzeichenAus(QLocale::system()); }
+
+int EchtesGebietsschema::landesvorwahl() const { return landesvorwahlVon(QLocale::system()); }
 
 }  // namespace pelvanto

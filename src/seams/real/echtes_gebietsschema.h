@@ -10,6 +10,7 @@ namespace pelvanto {
 class EchtesGebietsschema : public Gebietsschema {
  public:
   Zahlenzeichen zahlenzeichen() const override;
+  int landesvorwahl() const override;
 };
 
 // A locale without a grouping character gives QChar(), one without a currency sign an empty text.
