@@ -40,8 +40,9 @@ struct Database::State {
     std::unique_ptr<Table> table;  // made when first asked for
   };
 
-  PageFile pages;
+  std::shared_ptr<PageFile> pages;
   WarningSink warn;
+  std::uint64_t version = 0;  // of the pages, when the catalog was read
   std::unique_ptr<Table> catalog;
   bool catalogRead = false;
   std::vector<TableEntry> entries;
@@ -50,15 +51,28 @@ struct Database::State {
   // Spellings that were asked for already.
   std::unordered_map<Text, Place*, TextHash, std::equal_to<>> bySpelling;
 
-  State(FileSystem& files, const std::filesystem::path& path, OpenOptions options)
-      : pages(files, path, options.cacheBytes), warn(std::move(options.warn)) {
-    if (pages.header().hasPassword && !options.ignorePassword) {
+  State(std::shared_ptr<PageFile> file, const OpenOptions& options)
+      : pages(std::move(file)), warn(options.warn) {
+    if (pages->header().hasPassword && !options.ignorePassword) {
       throw Error(ErrorKind::PasswordRequired, "the database has a password");
     }
-    catalog = std::make_unique<Table>(pages, u"MSysObjects", readTableDefinition(pages, catalogPage), warn);
+    openCatalog();
+  }
+
+  void openCatalog() {
+    version = pages->version();
+    catalog = std::make_unique<Table>(*pages, u"MSysObjects", readTableDefinition(*pages, catalogPage), warn);
+    catalogRead = false;
+    bySpelling.clear();
+  }
+
+  // Forgets what was derived from pages that may have changed since.
+  void keepUp() {
+    if (version != pages->version()) openCatalog();
   }
 
   void readCatalog() {
+    keepUp();
     if (catalogRead) return;
     const std::size_t id = requireColumn(*catalog, u"Id"), type = requireColumn(*catalog, u"Type"),
                       name = requireColumn(*catalog, u"Name"), flags = requireColumn(*catalog, u"Flags");
@@ -96,6 +110,7 @@ struct Database::State {
   }
 
   Place& find(std::u16string_view name) {
+    keepUp();
     if (const auto known = bySpelling.find(name); known != bySpelling.end()) return *known->second;
     readCatalog();
     const auto found = byKey.find(nameKey(name));
@@ -108,13 +123,21 @@ struct Database::State {
 };
 
 Database::Database(FileSystem& files, const std::filesystem::path& path, OpenOptions options)
-    : state_(std::make_unique<State>(files, path, std::move(options))) {}
+    : state_(std::make_unique<State>(
+          std::make_shared<PageFile>(files, path, options.cacheBytes, options.recovered), options)) {}
+
+Database::Database(FilePool& pool, const std::filesystem::path& path, OpenOptions options)
+    : state_(std::make_unique<State>(pool.open(path, options.cacheBytes, options.recovered), options)) {}
 
 Database::~Database() = default;
 
-const Header& Database::header() const { return state_->pages.header(); }
+const Header& Database::header() const { return state_->pages->header(); }
 
-const PageFile& Database::pages() const { return state_->pages; }
+const PageFile& Database::pages() const { return *state_->pages; }
+
+PageFile& Database::pages() { return *state_->pages; }
+
+TableEntry Database::entry(std::u16string_view name) { return state_->find(name).entry; }
 
 const std::vector<TableEntry>& Database::tables() const {
   state_->readCatalog();
@@ -124,14 +147,15 @@ const std::vector<TableEntry>& Database::tables() const {
 Table& Database::table(std::u16string_view name) {
   State::Place& place = state_->find(name);
   if (!place.table) {
-    place.table =
-        std::make_unique<Table>(state_->pages, place.entry.name,
-                                readTableDefinition(state_->pages, place.entry.definitionPage), state_->warn);
+    place.table = std::make_unique<Table>(*state_->pages, place.entry.name,
+                                          readTableDefinition(*state_->pages, place.entry.definitionPage),
+                                          state_->warn);
   }
   return *place.table;
 }
 
 Bytes Database::tableProperties(std::u16string_view name) {
+  state_->keepUp();
   const auto column = state_->catalog->findColumn(u"LvProp");
   if (!column) return {};
   const Value value = state_->catalog->fetch(state_->find(name).row).value(*column);
@@ -139,6 +163,6 @@ Bytes Database::tableProperties(std::u16string_view name) {
   return bytes ? *bytes : Bytes{};
 }
 
-ChangeStamp Database::stamp() const { return state_->pages.stamp(); }
+ChangeStamp Database::stamp() const { return state_->pages->stamp(); }
 
 }  // namespace jet

@@ -15,7 +15,7 @@ struct OpenOptions {
   std::size_t cacheBytes = 32u << 20;  // bound of the page cache
   bool ignorePassword = false;         // the password does not encode anything; `jet` the tool may look
   WarningSink warn;                    // stale counts and the like; one English sentence each
-  RecoverySink recovered;              // a journal was found at opening
+  RecoverySink recovered = {};         // a journal was found at opening
 };
 
 struct TableEntry {
@@ -37,6 +37,8 @@ class Database {
   const Header& header() const;
   const PageFile& pages() const;
   PageFile& pages();
+  // A table as the catalog has it now. Error(NoSuchTable), Error(Damaged) if its name is not unique.
+  TableEntry entry(std::u16string_view name);
   // All local tables, in the catalog's stored order.
   const std::vector<TableEntry>& tables() const;
   // By name without case, in any letter case. Error(NoSuchTable). The reference holds until the file's

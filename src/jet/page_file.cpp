@@ -4,7 +4,10 @@
 
 #include "jet/error.h"
 #include "jet/index_page.h"
+#include "jet/journal.h"
 #include "jet/rc4.h"
+#include "jet/transaction.h"
+#include "jet/users_file.h"
 
 namespace jet {
 namespace {
@@ -22,6 +25,14 @@ void decode(std::uint32_t databaseKey, std::uint32_t number, std::vector<std::ui
       static_cast<std::uint8_t>(key), static_cast<std::uint8_t>(key >> 8),
       static_cast<std::uint8_t>(key >> 16), static_cast<std::uint8_t>(key >> 24)};
   rc4(keyBytes, bytes);
+}
+
+std::size_t weightOf(const Page& page) {
+  const bool isIndex = page.type() == static_cast<std::uint8_t>(PageType::IndexNode) ||
+                       page.type() == static_cast<std::uint8_t>(PageType::IndexLeaf);
+  // An index page gets a layout later; with its spare room it is at most about as large as the page.
+  const std::size_t layout = isIndex ? sizeof(IndexLayout) + page.bytes.size() : 0;
+  return page.bytes.size() + pageOverhead + layout;
 }
 
 }  // namespace
@@ -68,12 +79,15 @@ struct PageFile::Cache {
     return &entries[place].page;
   }
 
-  void dropOldest() {
-    const std::uint32_t place = entries[0].newer;
+  void dropOldest() { drop(entries[entries[0].newer].page->number); }
+
+  void drop(std::uint32_t number) {
+    const std::uint32_t place = places[number];
+    if (place == 0) return;
     Entry& entry = entries[place];
     unlink(entry);
     bytes -= entry.weight;
-    places[entry.page->number] = 0;
+    places[number] = 0;
     entry.page.reset();
     unused.push_back(place);
   }
@@ -96,12 +110,21 @@ struct PageFile::Cache {
   }
 };
 
-PageFile::PageFile(FileSystem& files, const std::filesystem::path& path, std::size_t cacheBytes)
-    : file_(files.openShared(path)) {
+PageFile::PageFile(FileSystem& files, const std::filesystem::path& path, std::size_t cacheBytes,
+                   const RecoverySink& recovered)
+    : files_(files), path_(path), file_(files.openShared(path)) {
+  const RecoveryResult result = recover(files_, path_, *file_);
+  if (recovered && result.what != Recovery::None) recovered(result);
+  readHeader();
+  cache_ = std::make_unique<Cache>(cacheBytes, pageCount_);
+  known_ = stamp();
+}
+
+void PageFile::readHeader() {
   const std::uint64_t size = file_->size();
   std::vector<std::uint8_t> page0(std::min<std::uint64_t>(size, jet4.pageSize));
   file_->read(0, page0);
-  header_ = readHeader(page0);
+  header_ = jet::readHeader(page0);
   const std::uint32_t pageSize = header_.format->pageSize;
   if (size % pageSize != 0) {
     throw Error(ErrorKind::Truncated, "the file's length is no multiple of its page size",
@@ -111,7 +134,6 @@ PageFile::PageFile(FileSystem& files, const std::filesystem::path& path, std::si
     throw Error(ErrorKind::Damaged, "the file is larger than its format allows");
   }
   pageCount_ = static_cast<std::uint32_t>(size / pageSize);
-  cache_ = std::make_unique<Cache>(cacheBytes, pageCount_);
 }
 
 PageFile::~PageFile() = default;
@@ -122,12 +144,7 @@ PageRef PageFile::load(std::uint32_t number) const {
   page->bytes.resize(format().pageSize);
   file_->read(std::uint64_t{number} * format().pageSize, page->bytes);
   if (header_.databaseKey != 0) decode(header_.databaseKey, number, page->bytes);
-  const bool isIndex = page->type() == static_cast<std::uint8_t>(PageType::IndexNode) ||
-                       page->type() == static_cast<std::uint8_t>(PageType::IndexLeaf);
-  // An index page gets a layout later; with its spare room it is at most about as large as the page.
-  const std::size_t layout = isIndex ? sizeof(IndexLayout) + page->bytes.size() : 0;
-  const std::size_t weight = page->bytes.size() + pageOverhead + layout;
-  cache_->insert(page, weight);
+  cache_->insert(page, weightOf(*page));
   return page;
 }
 
@@ -135,6 +152,10 @@ PageRef PageFile::page(std::uint32_t number, std::uint32_t from) const {
   if (number == 0 || number >= pageCount_) {
     throw Error(ErrorKind::Damaged,
                 "a reference leads to page " + std::to_string(number) + " outside the file", from);
+  }
+  if (lost_) throw Error(ErrorKind::Io, "an interrupted save could not be undone");
+  if (transaction_ != nullptr) {
+    if (const std::shared_ptr<Page>* changed = transaction_->find(number)) return *changed;
   }
   if (const PageRef* cached = cache_->find(number)) return *cached;
   return load(number);
@@ -155,6 +176,56 @@ ChangeStamp PageFile::stamp() const {
   stamp.lastWriteTime = file_->lastWriteTime();
   file_->read(format().commitBytesOffset, stamp.commitBytes);
   return stamp;
+}
+
+void PageFile::refresh() {
+  if (lost_) throw Error(ErrorKind::Io, "an interrupted save could not be undone");
+  if (transaction_ != nullptr) return;
+  const ChangeStamp now = stamp();
+  if (now == known_) return;
+  readHeader();
+  cache_ = std::make_unique<Cache>(cache_->limit, pageCount_);
+  provenSound_.clear();
+  ++version_;
+  known_ = now;
+}
+
+// Whatever stands in the way is told before the file is taken; what another program wrote meanwhile is seen
+// after it.
+void PageFile::take() {
+  if (transaction_ != nullptr) throw Error(ErrorKind::Busy, "a transaction is under way already");
+  if (lost_) throw Error(ErrorKind::Io, "an interrupted save could not be undone");
+  if (format().version != jet4.version || header_.databaseKey != 0) {
+    throw Error(ErrorKind::ReadOnly, "only files of Jet 4 that are not encoded are written");
+  }
+  if (hasUsers(files_, path_)) throw Error(ErrorKind::Busy, "another program has the database open");
+  recover(files_, path_, *file_);
+  file_->acquire();
+  try {
+    refresh();
+  } catch (...) {
+    file_->release();
+    throw;
+  }
+}
+
+void PageFile::giveBack() {
+  file_->release();
+  transaction_ = nullptr;
+  ++version_;
+}
+
+void PageFile::adopt(const std::vector<std::shared_ptr<Page>>& pages) {
+  cache_->places.resize(pageCount_);
+  for (const std::shared_ptr<Page>& page : pages) {
+    cache_->drop(page->number);
+    cache_->insert(page, weightOf(*page));
+  }
+  try {
+    known_ = stamp();
+  } catch (const Error&) {
+    known_ = {};  // the save is done; the next look reads everything anew
+  }
 }
 
 std::size_t PageFile::cachedBytes() const { return cache_->bytes; }

@@ -61,6 +61,9 @@ class PageFile {
   std::uint64_t version() const { return version_; }
   // Looks whether another program has written since the last look; if so, all cached pages are forgotten.
   void refresh();
+  // False: a commit failed half way and could not be undone; nothing can be read until the file is opened
+  // anew.
+  bool isUsable() const { return !lost_; }
 
   // Tables (by definition page) whose rows and indexes were checked as a whole, since when nobody else has
   // written.
@@ -71,6 +74,13 @@ class PageFile {
   friend class Transaction;
   struct Cache;
   PageRef load(std::uint32_t number) const;
+  // Page 0 and the length, as they are in the file now.
+  void readHeader();
+  // Beginning and end of a transaction, see there.
+  void take();
+  void giveBack();
+  // The transaction's pages are those of the file from now on.
+  void adopt(const std::vector<std::shared_ptr<Page>>& pages);
 
   FileSystem& files_;
   std::filesystem::path path_;
@@ -80,7 +90,7 @@ class PageFile {
   std::uint64_t version_ = 0;
   std::set<std::uint32_t> provenSound_;
   Transaction* transaction_ = nullptr;
-  bool lost_ = false;  // a commit failed half way and could not be undone: nothing can be read any more
+  bool lost_ = false;
   std::uint32_t pageCount_ = 0;
   std::unique_ptr<Cache> cache_;
 };

@@ -1,7 +1,9 @@
 #ifndef _WIN32
 
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
+#include <optional>
 #include <string>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -25,6 +27,9 @@ namespace {
     case EPERM:
     case EROFS:
       throw Error(ErrorKind::AccessDenied, reason);
+    case ENOSPC:
+    case EDQUOT:
+      throw Error(ErrorKind::DiskFull, reason);
     case EBUSY:
     case ETXTBSY:
     case EWOULDBLOCK:
@@ -42,47 +47,14 @@ class Descriptor {
     if (number_ >= 0) ::close(number_);
   }
   Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-  Descriptor& operator=(Descriptor&&) = delete;
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    return *this;
+  }
   int get() const { return number_; }
-  // Closes now; false if the system reports a failure.
-  bool close() { return ::close(std::exchange(number_, -1)) == 0; }
 
  private:
   int number_;
-};
-
-class PosixFile : public File {
- public:
-  explicit PosixFile(Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
-
-  std::uint64_t size() const override { return static_cast<std::uint64_t>(status().st_size); }
-  std::int64_t lastWriteTime() const override {
-    const struct stat now = status();
-    return std::int64_t{now.st_mtim.tv_sec} * 1'000'000'000 + now.st_mtim.tv_nsec;
-  }
-
-  void read(std::uint64_t offset, std::span<std::uint8_t> target) const override {
-    while (!target.empty()) {
-      const ssize_t count =
-          ::pread(descriptor_.get(), target.data(), target.size(), static_cast<off_t>(offset));
-      if (count < 0) {
-        if (errno == EINTR) continue;
-        failWith(errno, "reading failed");
-      }
-      if (count == 0) throw Error(ErrorKind::Truncated, "the file ends early");
-      target = target.subspan(static_cast<std::size_t>(count));
-      offset += static_cast<std::uint64_t>(count);
-    }
-  }
-
- private:
-  struct stat status() const {
-    struct stat result {};
-    if (::fstat(descriptor_.get(), &result) != 0) failWith(errno, "asking for the file's state failed");
-    return result;
-  }
-
-  Descriptor descriptor_;
 };
 
 int openOrFail(const std::filesystem::path& path, int flags, const char* action) {
@@ -94,51 +66,154 @@ int openOrFail(const std::filesystem::path& path, int flags, const char* action)
   return descriptor;
 }
 
-void writeAll(int descriptor, std::span<const std::uint8_t> content) {
-  while (!content.empty()) {
-    const ssize_t count = ::write(descriptor, content.data(), content.size());
-    if (count < 0) {
-      if (errno == EINTR) continue;
-      failWith(errno, "writing failed");
-    }
-    content = content.subspan(static_cast<std::size_t>(count));
+struct stat statusOf(const Descriptor& descriptor) {
+  struct stat result {};
+  if (::fstat(descriptor.get(), &result) != 0) failWith(errno, "asking for the file's state failed");
+  return result;
+}
+
+// Tells programs that want the file for themselves that it is in use, or takes it. Systems without such locks
+// are not refused.
+void lock(const Descriptor& descriptor, int kind) {
+  if (::flock(descriptor.get(), kind | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+    throw Error(ErrorKind::Busy, "another program holds the file for itself");
   }
 }
 
-// The new name itself has to reach the disk, too.
-void flushFolder(const std::filesystem::path& file) {
-  const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
-  const Descriptor descriptor(openOrFail(folder, O_RDONLY | O_DIRECTORY, "opening the folder failed"));
-  // Some file systems cannot flush folders; they say so with EINVAL.
-  if (::fsync(descriptor.get()) != 0 && errno != EINVAL) failWith(errno, "flushing the folder failed");
-}
+// Reads through one descriptor with a shared lock. `acquire` gives that lock up for an exclusive one on a
+// second descriptor, which may write: locks cannot be exchanged in one step.
+class PosixFile : public File {
+ public:
+  PosixFile(std::filesystem::path path, Descriptor reader)
+      : path_(std::move(path)), reader_(std::move(reader)) {}
+  // A new file: one descriptor for both, nobody else knows it.
+  PosixFile(std::filesystem::path path, Descriptor reader, Descriptor writer)
+      : path_(std::move(path)), reader_(std::move(reader)), writer_(std::move(writer)) {}
+
+  std::uint64_t size() const override { return static_cast<std::uint64_t>(statusOf(reader_).st_size); }
+  std::int64_t lastWriteTime() const override {
+    const struct stat now = statusOf(reader_);
+    return std::int64_t{now.st_mtim.tv_sec} * 1'000'000'000 + now.st_mtim.tv_nsec;
+  }
+
+  void read(std::uint64_t offset, std::span<std::uint8_t> target) const override {
+    while (!target.empty()) {
+      const ssize_t count = ::pread(reader_.get(), target.data(), target.size(), static_cast<off_t>(offset));
+      if (count < 0) {
+        if (errno == EINTR) continue;
+        failWith(errno, "reading failed");
+      }
+      if (count == 0) throw Error(ErrorKind::Truncated, "the file ends early");
+      target = target.subspan(static_cast<std::size_t>(count));
+      offset += static_cast<std::uint64_t>(count);
+    }
+  }
+
+  void acquire() override {
+    ::flock(reader_.get(), LOCK_UN);
+    try {
+      Descriptor writer(openOrFail(path_, O_RDWR | O_NONBLOCK, "opening for writing failed"));
+      lock(writer, LOCK_EX);
+      const struct stat opened = statusOf(writer), known = statusOf(reader_);
+      if (opened.st_ino != known.st_ino || opened.st_dev != known.st_dev) {
+        throw Error(ErrorKind::Busy, "another program has put a new file in the place of this one");
+      }
+      writer_ = std::move(writer);
+    } catch (...) {
+      ::flock(reader_.get(), LOCK_SH | LOCK_NB);
+      throw;
+    }
+  }
+  void release() noexcept override {
+    writer_.reset();
+    ::flock(reader_.get(), LOCK_SH | LOCK_NB);
+  }
+
+  void write(std::uint64_t offset, std::span<const std::uint8_t> content) override {
+    while (!content.empty()) {
+      const ssize_t count =
+          ::pwrite(writer_->get(), content.data(), content.size(), static_cast<off_t>(offset));
+      if (count < 0) {
+        if (errno == EINTR) continue;
+        failWith(errno, "writing failed");
+      }
+      content = content.subspan(static_cast<std::size_t>(count));
+      offset += static_cast<std::uint64_t>(count);
+    }
+  }
+  void resize(std::uint64_t size) override {
+    if (::ftruncate(writer_->get(), static_cast<off_t>(size)) != 0)
+      failWith(errno, "changing the size failed");
+  }
+  void flush() override {
+    if (::fsync(writer_->get()) != 0) failWith(errno, "flushing failed");
+  }
+
+ private:
+  std::filesystem::path path_;
+  Descriptor reader_;
+  std::optional<Descriptor> writer_;
+};
 
 class PosixFileSystem : public FileSystem {
  public:
   std::unique_ptr<File> openShared(const std::filesystem::path& path) override {
     Descriptor descriptor(openOrFail(path, O_RDONLY | O_NONBLOCK, "opening failed"));
-    struct stat status {};
-    if (::fstat(descriptor.get(), &status) != 0) failWith(errno, "asking for the file's state failed");
-    if (!S_ISREG(status.st_mode)) throw Error(ErrorKind::Io, "opening failed: this is not a file");
-    // Tells programs that want the file for themselves that it is being read. Systems without such locks
-    // are not refused.
-    if (::flock(descriptor.get(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-      throw Error(ErrorKind::Busy, "another program holds the file for itself");
+    if (!S_ISREG(statusOf(descriptor).st_mode)) {
+      throw Error(ErrorKind::Io, "opening failed: this is not a file");
     }
-    return std::make_unique<PosixFile>(std::move(descriptor));
+    lock(descriptor, LOCK_SH);
+    return std::make_unique<PosixFile>(path, std::move(descriptor));
   }
 
-  void createFile(const std::filesystem::path& path, std::span<const std::uint8_t> content) override {
-    Descriptor descriptor(openOrFail(path, O_WRONLY | O_CREAT | O_EXCL, "creating failed"));
-    try {
-      writeAll(descriptor.get(), content);
-      if (::fsync(descriptor.get()) != 0) failWith(errno, "flushing failed");
-      if (!descriptor.close()) failWith(errno, "closing failed");
-      flushFolder(path);
-    } catch (...) {
-      ::unlink(path.c_str());
-      throw;
+  std::unique_ptr<File> create(const std::filesystem::path& path) override {
+    Descriptor writer(openOrFail(path, O_RDWR | O_CREAT | O_EXCL, "creating failed"));
+    lock(writer, LOCK_EX);
+    Descriptor reader(openOrFail(path, O_RDONLY, "opening failed"));
+    return std::make_unique<PosixFile>(path, std::move(reader), std::move(writer));
+  }
+
+  bool exists(const std::filesystem::path& path) const override {
+    struct stat status {};
+    if (::lstat(path.c_str(), &status) == 0) return true;
+    if (errno == ENOENT || errno == ENOTDIR) return false;
+    failWith(errno, "looking for a file failed");
+  }
+
+  void remove(const std::filesystem::path& path) override {
+    if (::unlink(path.c_str()) != 0) failWith(errno, "removing failed");
+  }
+
+  void rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return;
+    // Some file systems cannot rule a replacement out in one step.
+    if (errno != EINVAL && errno != ENOSYS) failWith(errno, "renaming failed");
+    if (exists(to)) failWith(EEXIST, "renaming failed");
+    if (::rename(from.c_str(), to.c_str()) != 0) failWith(errno, "renaming failed");
+  }
+
+  void flushFolder(const std::filesystem::path& file) override {
+    const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
+    const Descriptor descriptor(openOrFail(folder, O_RDONLY | O_DIRECTORY, "opening the folder failed"));
+    // Some file systems cannot flush folders; they say so with EINVAL.
+    if (::fsync(descriptor.get()) != 0 && errno != EINVAL) failWith(errno, "flushing the folder failed");
+  }
+
+  bool isLocked(const std::filesystem::path& path, std::uint64_t offset,
+                std::uint64_t length) const override {
+    const int number = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (number < 0) {
+      if (errno == ENOENT || errno == ENOTDIR) return false;
+      failWith(errno, "opening failed");
     }
+    const Descriptor descriptor(number);
+    struct flock range {};
+    range.l_type = F_WRLCK;
+    range.l_whence = SEEK_SET;
+    range.l_start = static_cast<off_t>(offset);
+    range.l_len = static_cast<off_t>(length);
+    // A file system without such locks has none.
+    return ::fcntl(descriptor.get(), F_GETLK, &range) == 0 && range.l_type != F_UNLCK;
   }
 };
 

@@ -4,10 +4,13 @@
 #include <memory>
 #include <span>
 #include <unordered_map>
+#include <vector>
 
 #include "jet/page_file.h"
 
 namespace jet {
+
+struct JournalPage;  // journal.h
 
 // One durable change of the database: from taking the file for this program alone to `commit` or roll back.
 // While it lives, the pages of its file read as changed. One at a time per file.
@@ -38,11 +41,14 @@ class Transaction {
  private:
   friend class PageFile;
   const std::shared_ptr<Page>* find(std::uint32_t number) const;
+  std::vector<std::shared_ptr<Page>> pagesInOrder() const;
+  void save(const std::vector<std::shared_ptr<Page>>& pages);
+  void undo(const std::vector<JournalPage>& journal);
 
   PageFile& file_;
   std::unordered_map<std::uint32_t, std::shared_ptr<Page>> changed_;
   std::uint32_t pagesBefore_ = 0;
-  bool committed_ = false;
+  bool ended_ = false;
 };
 
 }  // namespace jet

@@ -13,9 +13,9 @@ void beispielordnerAnlegen(const std::filesystem::path& ordner, int jahr, double
 
   std::filesystem::create_directories(ordner);
   std::filesystem::remove(ordner / "Verbindo.mdb");
-  jet::systemFiles().createFile(ordner / "Verbindo.mdb", inhalt);
+  jet::writeNewFile(jet::systemFiles(), ordner / "Verbindo.mdb", inhalt);
   std::filesystem::remove(ordner / "verbindo.ini");
-  jet::systemFiles().createFile(ordner / "verbindo.ini", einstellungsdatei(jahr));
+  jet::writeNewFile(jet::systemFiles(), ordner / "verbindo.ini", einstellungsdatei(jahr));
 }
 
 }  // namespace pelvanto::beispiel

@@ -38,13 +38,22 @@ class SpeicherJet : public jet::FileSystem {
     return std::make_unique<Datei>(*this, dateien_.inhalt(name));
   }
 
-  void createFile(const std::filesystem::path&, std::span<const std::uint8_t>) override {
-    throw jet::Error(jet::ErrorKind::Io, "the steps never write a database");
+  std::unique_ptr<jet::File> create(const std::filesystem::path&) override { nurLesen(); }
+  bool exists(const std::filesystem::path& pfad) const override {
+    return dateien_.existiert(QString::fromStdU16String(pfad.u16string()));
   }
+  void remove(const std::filesystem::path&) override { nurLesen(); }
+  void rename(const std::filesystem::path&, const std::filesystem::path&) override { nurLesen(); }
+  void flushFolder(const std::filesystem::path&) override {}
+  bool isLocked(const std::filesystem::path&, std::uint64_t, std::uint64_t) const override { return false; }
 
  private:
   // What stands before it is page 0, which every look at the state of the file reads.
   static constexpr std::uint64_t kSeite = 4096;
+
+  [[noreturn]] static void nurLesen() {
+    throw jet::Error(jet::ErrorKind::AccessDenied, "these files are only read");
+  }
 
   class Datei : public jet::File {
    public:
@@ -61,6 +70,12 @@ class SpeicherJet : public jet::FileSystem {
       --jet_.fremdeSchreibvorgaenge;
       ++jet_.fremdeSchreibzeit;
     }
+
+    void acquire() override { nurLesen(); }
+    void release() noexcept override {}
+    void write(std::uint64_t, std::span<const std::uint8_t>) override { nurLesen(); }
+    void resize(std::uint64_t) override { nurLesen(); }
+    void flush() override { nurLesen(); }
 
    private:
     SpeicherJet& jet_;

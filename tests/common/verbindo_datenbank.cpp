@@ -36,7 +36,7 @@ std::vector<std::uint8_t> VerbindoDatenbank::bytes() const {
 
 void VerbindoDatenbank::schreiben(const std::filesystem::path& pfad) const {
   std::filesystem::remove(pfad);
-  jet::systemFiles().createFile(pfad, bytes());
+  jet::writeNewFile(jet::systemFiles(), pfad, bytes());
 }
 
 }  // namespace pelvanto::test

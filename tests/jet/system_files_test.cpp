@@ -26,7 +26,7 @@ class SystemFiles : public testing::Test {
   ~SystemFiles() override { std::filesystem::remove_all(folder_); }
 
   std::filesystem::path make(const char* name, std::size_t size) {
-    systemFiles().createFile(folder_ / name, std::vector<std::uint8_t>(size, 0x4D));
+    writeNewFile(systemFiles(), folder_ / name, std::vector<std::uint8_t>(size, 0x4D));
     return folder_ / name;
   }
   template <typename Action>
@@ -96,9 +96,9 @@ TEST_F(SystemFiles, CreatesWholeFilesAndReplacesNone) {
   const auto path = make("new", 70'000);
   EXPECT_EQ(test::readAll(path), std::vector<std::uint8_t>(70'000, 0x4D));
   const std::vector<std::uint8_t> other(3, 1);
-  EXPECT_EQ(failureOf([&] { systemFiles().createFile(path, other); }), ErrorKind::Io);
+  EXPECT_EQ(failureOf([&] { writeNewFile(systemFiles(), path, other); }), ErrorKind::Io);
   EXPECT_EQ(std::filesystem::file_size(path), 70'000u);
-  EXPECT_EQ(failureOf([&] { systemFiles().createFile(folder_ / "no" / "such", other); }),
+  EXPECT_EQ(failureOf([&] { writeNewFile(systemFiles(), folder_ / "no" / "such", other); }),
             ErrorKind::FileNotFound);
 }
 

@@ -101,7 +101,7 @@ std::vector<std::uint8_t> DatabaseBuilder::finish() {
 }
 
 void DatabaseBuilder::write(FileSystem& files, const std::filesystem::path& path) {
-  files.createFile(path, finish());
+  writeNewFile(files, path, finish());
 }
 
 }  // namespace jet::create

@@ -1,0 +1,29 @@
+#include "jet/file_pool.h"
+
+#include "jet/error.h"
+
+namespace jet {
+namespace {
+
+// A file that can no longer be read as it is open (another one stands in its place) is opened anew.
+bool isGood(PageFile& file) {
+  try {
+    file.refresh();
+    return true;
+  } catch (const Error&) {
+    return false;
+  }
+}
+
+}  // namespace
+
+std::shared_ptr<PageFile> FilePool::open(const std::filesystem::path& path, std::size_t cacheBytes,
+                                         const RecoverySink& recovered) {
+  std::weak_ptr<PageFile>& place = open_[path.lexically_normal()];
+  if (std::shared_ptr<PageFile> file = place.lock(); file && isGood(*file)) return file;
+  auto file = std::make_shared<PageFile>(files_, path, cacheBytes, recovered);
+  place = file;
+  return file;
+}
+
+}  // namespace jet
