@@ -137,6 +137,7 @@ class PosixFile : public File {
         if (errno == EINTR) continue;
         failWith(errno, "writing failed");
       }
+      if (count == 0) throw Error(ErrorKind::Io, "writing failed: nothing more is taken");
       content = content.subspan(static_cast<std::size_t>(count));
       offset += static_cast<std::uint64_t>(count);
     }

@@ -22,10 +22,18 @@ constexpr const char* usage =
 // Paths know the system's own way of writing texts, whatever an argument means.
 using Argument = std::filesystem::path;
 
+// Nothing is changed, but what a crash left half done is undone first, as at every opening.
 jet::OpenOptions lookOnly() {
   jet::OpenOptions options;
   options.ignorePassword = true;
   options.warn = [](const std::string& sentence) { std::cerr << "jet: " << sentence << '\n'; };
+  options.recovered = [](const jet::RecoveryResult& result) {
+    std::cerr << (result.what == jet::Recovery::RolledBack
+                      ? std::string("jet: an interrupted save was undone")
+                      : "jet: the journal of an interrupted save does not fit the file, it is kept as " +
+                            result.keptAs.filename().string())
+              << '\n';
+  };
   return options;
 }
 
