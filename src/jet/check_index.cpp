@@ -12,8 +12,6 @@ namespace jet {
 
 namespace {
 
-constexpr int greatestTreeDepth = 12;
-
 class IndexCheck {
  public:
   IndexCheck(const Table& table, std::size_t number, const std::vector<RowId>& rows, PageOwners& owners,
@@ -41,7 +39,8 @@ class IndexCheck {
   }
 
   // The subtree of `number`; `last` is the greatest entry that its parent states for it.
-  void visit(std::uint32_t number, std::uint32_t from, int depth, const std::optional<std::string>& last) {
+  void visit(std::uint32_t number, std::uint32_t from, std::size_t depth,
+             const std::optional<std::string>& last) {
     if (!owners_.claimOnce(number, owner_)) {
       complete_ = false;
       return;
@@ -57,7 +56,7 @@ class IndexCheck {
     if (last && greatest_ != *last) error("the entry of a node is not the last one of its child", number);
   }
 
-  void visitNode(const IndexPage& node, int depth) {
+  void visitNode(const IndexPage& node, std::size_t depth) {
     if (depth >= greatestTreeDepth) throw Error(ErrorKind::Damaged, "the tree is too deep", node.number());
     std::string entry;
     for (std::size_t i = 0; i < node.count(); ++i) {
@@ -68,7 +67,7 @@ class IndexCheck {
   }
 
   // A damaged child leaves its brothers to be checked.
-  void visitChild(std::uint32_t number, std::uint32_t parent, int depth,
+  void visitChild(std::uint32_t number, std::uint32_t parent, std::size_t depth,
                   const std::optional<std::string>& last) {
     if (!findings_.attempt(where_, [&] { visit(number, parent, depth + 1, last); })) {
       complete_ = false;
@@ -76,7 +75,7 @@ class IndexCheck {
     }
   }
 
-  void visitLeaf(const IndexPage& leaf, int depth) {
+  void visitLeaf(const IndexPage& leaf, std::size_t depth) {
     if (!leafDepth_) leafDepth_ = depth;
     if (*leafDepth_ != depth) error("the leaves are not all on one level", leaf.number());
     if (leaf.count() == 0 && depth > 0)
@@ -179,7 +178,7 @@ class IndexCheck {
   std::string greatest_;  // key and row of the last entry so far
   std::string lastKey_;   // its key
   std::uint32_t lastLeaf_ = 0, linkedNext_ = 0;
-  std::optional<int> leafDepth_;
+  std::optional<std::size_t> leafDepth_;
 };
 
 }  // namespace

@@ -11,8 +11,6 @@ namespace jet {
 
 namespace {
 
-// A page holds dozens of entries, so no file of the format's greatest size comes near.
-constexpr std::size_t greatestDepth = 12;
 constexpr char16_t unreadableUnit = u'\uFFFD';
 
 bool containsReplacement(const Value& value) {
@@ -61,7 +59,7 @@ IndexPage Index::view(const PageRef& page) const { return {*page, file_.format()
 PageRef Index::leafFor(std::string_view probe) const {
   std::uint32_t number = definition().root;
   std::uint32_t from = table_.definition().page;
-  for (std::size_t depth = 0; depth < greatestDepth; ++depth) {
+  for (std::size_t depth = 0; depth < greatestTreeDepth; ++depth) {
     PageRef page = load(number, from);
     const IndexPage node = view(page);
     if (node.isLeaf()) return page;
@@ -213,7 +211,7 @@ PageRef IndexWalk::descend(std::uint32_t number, std::uint32_t from) {
     PageRef page = index_->load(number, from);
     const IndexPage node = index_->view(page);
     if (node.isLeaf()) return page;
-    page->reader().check(above_.size() < greatestDepth, "an index tree is too deep");
+    page->reader().check(above_.size() < greatestTreeDepth, "an index tree is too deep");
     from = number;
     number = node.child(0);
     above_.push_back({std::move(page), 0});

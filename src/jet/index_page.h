@@ -10,6 +10,10 @@
 
 namespace jet {
 
+// Pages from the root to a leaf. A page holds dozens of entries, so no file of the format's greatest size
+// comes near.
+inline constexpr std::size_t greatestTreeDepth = 12;
+
 // Where the entries of an index page stand. Made once per loaded page, fully checked.
 struct IndexLayout {
   bool leaf = false;

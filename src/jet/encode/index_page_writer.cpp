@@ -6,10 +6,6 @@
 
 namespace jet::encode {
 
-namespace {
-constexpr std::size_t levelOffset = 26;
-}
-
 void IndexPageWriter::append(std::string_view entry) {
   bytes_.append(entry);
   ends_.push_back(static_cast<std::uint16_t>(bytes_.size()));
@@ -24,6 +20,7 @@ void IndexPageWriter::write(std::span<std::uint8_t> target, std::uint32_t table,
   put32(target, jet4.indexPrevious, links.previous);
   put32(target, jet4.indexNext, links.next);
   put32(target, jet4.indexTail, links.tail);
+  put16(target, jet4.indexPrefixLength, links.shared);
   target[levelOffset] = links.level;
   for (const std::uint16_t end : ends_) {
     std::uint8_t& bits = target[jet4.indexBitmap + end / 8];

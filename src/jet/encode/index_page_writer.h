@@ -11,10 +11,11 @@
 
 namespace jet::encode {
 
-// Entries of one index page on their way to the page. Entries are stored in full, without a common prefix.
+// Entries of one index page on their way to the page.
 class IndexPageWriter {
  public:
   static constexpr std::size_t capacity = pageSize - 480;  // bytes of entries, see Format::indexEntries
+  static constexpr std::size_t levelOffset = 26;
 
   bool empty() const { return ends_.empty(); }
   bool fits(std::size_t length) const { return bytes_.size() + length <= capacity; }
@@ -24,6 +25,8 @@ class IndexPageWriter {
     std::uint32_t previous = 0, next = 0;
     std::uint32_t tail = 0;  // nodes: the last child, which has no entry
     std::uint8_t level = 0;  // 0: leaf
+    // Bytes that all entries start with: the first entry has them, the others were appended without.
+    std::uint16_t shared = 0;
   };
   // Fills `target`, a page of the index of `table`, and forgets the entries.
   void write(std::span<std::uint8_t> target, std::uint32_t table, const Links& links);
