@@ -1,5 +1,6 @@
 // Query texts become record sets; a failure is logged and answered with false.
 #include "database/datenbank_routinen.h"
+#include "jet/write/table_writer.h"
 
 using namespace Qt::StringLiterals;
 
@@ -51,11 +52,11 @@ bool DatenbankRoutinen::SnapshotOeffnen(Verbindung& Verbindung, std::optional<Ab
   }
 }
 
-bool DatenbankRoutinen::TabelleOeffnen(Verbindung& Verbindung, std::optional<Abfrage>& Abfrage,
+bool DatenbankRoutinen::TabelleOeffnen(Verbindung& Verbindung, std::optional<Tabelle>& Abfrage,
                                        const QString& Quelle, bool MeldungZeigen) {
   Abfrage.reset();
   try {
-    Abfrage = Verbindung.abfragen(alsAbfrage(Quelle));
+    Abfrage.emplace(Verbindung, alsAbfrage(Quelle), pause());
     return true;
   } catch (const Datenbankfehler& fehler) {
     fehlerProtokollieren(u"Fehler beim Öffnen einer Tabelle: "_s + fehler.beschreibung);
@@ -66,6 +67,14 @@ bool DatenbankRoutinen::TabelleOeffnen(Verbindung& Verbindung, std::optional<Abf
     }
     return false;
   }
+}
+
+void DatenbankRoutinen::schreibenVorbereiten(Verbindung& verbindung, const QString& tabelle) {
+  const jet::Text name = tabelle.toStdU16String();
+  verbindung.schreiben(pause(), [&](jet::Transaction& vorgang, jet::Database& datenbank) {
+    const jet::write::TableWriter schreiber(vorgang, datenbank, name);
+    return false;
+  });
 }
 
 }  // namespace pelvanto

@@ -15,9 +15,9 @@ constexpr int kPauseMillisekunden = 500;
 // cannot be opened.
 using Schreibspur = std::optional<std::pair<std::uint64_t, std::int64_t>>;
 
-Schreibspur schreibspur(jet::FileSystem& dateien, const QString& pfad) {
+Schreibspur schreibspur(jet::FilePool& dateien, const QString& pfad) {
   try {
-    const std::unique_ptr<jet::File> datei = dateien.openShared(alsDateipfad(pfad));
+    const std::unique_ptr<jet::File> datei = dateien.files().openShared(alsDateipfad(pfad));
     return std::pair{datei->size(), datei->lastWriteTime()};
   } catch (const jet::Error&) {
     return std::nullopt;
@@ -26,9 +26,8 @@ Schreibspur schreibspur(jet::FileSystem& dateien, const QString& pfad) {
 
 }  // namespace
 
-DatenbankRoutinen::DatenbankRoutinen(jet::FileSystem& jetDateien, DateienFinden& dateien,
-                                     Protokoll& protokoll, Meldungen& meldungen, Oberflaeche& oberflaeche,
-                                     Uhr& uhr)
+DatenbankRoutinen::DatenbankRoutinen(jet::FilePool& jetDateien, DateienFinden& dateien, Protokoll& protokoll,
+                                     Meldungen& meldungen, Oberflaeche& oberflaeche, Uhr& uhr)
     : jetDateien_(jetDateien),
       dateien_(dateien),
       protokoll_(protokoll),
@@ -37,17 +36,29 @@ DatenbankRoutinen::DatenbankRoutinen(jet::FileSystem& jetDateien, DateienFinden&
       uhr_(uhr) {}
 
 std::optional<jet::ChangeStamp> DatenbankRoutinen::stand(const QString& Pfad) {
+  std::optional<jet::ChangeStamp> stand;
   try {
-    return dateistand(jetDateien_, Pfad);
+    mitMeldung(Pfad, [&](const jet::RecoverySink& melden) { stand = dateistand(jetDateien_, Pfad, melden); });
   } catch (const Datenbankfehler&) {
     return std::nullopt;
   }
+  return stand;
+}
+
+std::function<void()> DatenbankRoutinen::pause() {
+  return [this] { uhr_.warten(kPauseMillisekunden); };
 }
 
 std::unique_ptr<Verbindung> DatenbankRoutinen::direktOeffnen(const QString& Pfad, bool Schreibgeschuetzt) {
-  return std::make_unique<Verbindung>(jetDateien_, Pfad, Schreibgeschuetzt, [this](const QString& hinweis) {
-    protokoll_.schreiben(u"Hinweis zur Datenbank: "_s + hinweis);
+  std::unique_ptr<Verbindung> verbindung;
+  mitMeldung(Pfad, [&](const jet::RecoverySink& melden) {
+    const auto hinweisen = [this](const QString& hinweis) {
+      protokoll_.schreiben(u"Hinweis zur Datenbank: "_s + hinweis);
+    };
+    verbindung = std::make_unique<Verbindung>(jetDateien_, Pfad, Schreibgeschuetzt,
+                                              Oeffnungsmeldungen{hinweisen, melden});
   });
+  return verbindung;
 }
 
 bool DatenbankRoutinen::DatenbankOeffnenVersuch(std::unique_ptr<Verbindung>& Verbindung, const QString& Pfad,
@@ -90,7 +101,7 @@ bool DatenbankRoutinen::DatenbankOeffnen(std::unique_ptr<Verbindung>& Verbindung
     }
     fehlerProtokollieren(u"intZaehler = %1"_s.arg(versuch), 4);
     if (beschaedigt) sicherungskopieAnbieten(Pfad, kopien);
-    uhr_.warten(kPauseMillisekunden);
+    pause()();
   }
 
   const QString text = u"Datenbank konnte nicht geöffnet werden: "_s + Pfad;

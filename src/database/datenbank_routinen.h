@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 
+#include "database/tabelle.h"
 #include "database/verbindung.h"
 #include "seams/meldungen.h"
 #include "seams/oberflaeche.h"
@@ -15,10 +16,11 @@
 
 namespace pelvanto {
 
-// Opens the contact database and its queries; failures are logged and answered, never raised.
+// Opens the contact database and its queries; failures are logged and answered, never raised. A save that was
+// broken off earlier is made good at the next opening; log and, where a decision is needed, a message say so.
 class DatenbankRoutinen {
  public:
-  DatenbankRoutinen(jet::FileSystem& jetDateien, DateienFinden& dateien, Protokoll& protokoll,
+  DatenbankRoutinen(jet::FilePool& jetDateien, DateienFinden& dateien, Protokoll& protokoll,
                     Meldungen& meldungen, Oberflaeche& oberflaeche, Uhr& uhr);
 
   // Up to five attempts, 500 ms apart; offers the younger backup copy when the file is damaged.
@@ -33,13 +35,21 @@ class DatenbankRoutinen {
   // `Abfrage` holds the answer on success only. `Fehler` is set when the query failed, never cleared.
   bool SnapshotOeffnen(Verbindung& Verbindung, std::optional<Abfrage>& Abfrage, const QString& SQL,
                        bool MeldungZeigen, bool NurMitDatensaetzen, bool& Fehler);
-  // `Quelle` is the name of a table or a query.
-  bool TabelleOeffnen(Verbindung& Verbindung, std::optional<Abfrage>& Abfrage, const QString& Quelle,
+  // `Quelle` is the name of a table or a query on one table. `Abfrage` holds the record set on success only.
+  bool TabelleOeffnen(Verbindung& Verbindung, std::optional<Tabelle>& Abfrage, const QString& Quelle,
                       bool MeldungZeigen);
+  // Whether rows of this table can be changed now: takes the file for this program alone for a moment and
+  // checks the table as a save does. Throws Datenbankfehler.
+  void schreibenVorbereiten(Verbindung& verbindung, const QString& tabelle);
   // The change stamp of the file as it is now; nullopt if it cannot be read.
   std::optional<jet::ChangeStamp> stand(const QString& Pfad);
 
  private:
+  // Tells what `oeffnen` has made good on opening, once it is done, and also where it fails.
+  void mitMeldung(const QString& Pfad, const std::function<void(const jet::RecoverySink&)>& oeffnen);
+  void unterbrechungMelden(const QString& Pfad, const jet::RecoveryResult& ergebnis);
+  std::function<void()> pause();
+
   // A backup copy beside the database, and when it was last written as far as that is known.
   struct Sicherungskopie {
     QString datei;
@@ -56,7 +66,7 @@ class DatenbankRoutinen {
   bool kopieLesbar(const QString& kopie);
   void fehlerProtokollieren(const QString& text, int einzug = 0) { protokoll_.fehler(text, einzug); }
 
-  jet::FileSystem& jetDateien_;
+  jet::FilePool& jetDateien_;
   DateienFinden& dateien_;
   Protokoll& protokoll_;
   Meldungen& meldungen_;

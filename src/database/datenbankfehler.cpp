@@ -13,7 +13,8 @@ constexpr QStringView kUnkenntlich = u"Nicht erkennbares Datenbankformat";
 constexpr QStringView kZuVieleBenutzer = u"Zu viele aktive Benutzer";
 constexpr QStringView kAbhilfe = u"bitte die Datenbank in Verbindo reparieren und komprimieren";
 
-// What is known of each error. `%1` is the file, `%2` what the engine was asked and could not do.
+// What is known of each error. `%1` is the file; `%2`, always at the end, what the engine was asked and could
+// not do.
 struct Eintrag {
   jet::ErrorKind art;
   int nummer;
@@ -49,6 +50,33 @@ constexpr std::array kEintraege{
     Eintrag{jet::ErrorKind::TypeMismatch, 3464, u"Die Datentypen in der Abfrage passen nicht zueinander: %2"},
     Eintrag{jet::ErrorKind::Constraint, 3022, u"Der Datensatz verletzt eine Regel seiner Tabelle: %2"},
     Eintrag{jet::ErrorKind::Limit, 3047, u"Die Grenzen des Datenbankformats wurden überschritten: %2"},
+    Eintrag{jet::ErrorKind::ReadOnly, 3027, u"Die Datei %1 kann nur gelesen, nicht geändert werden: %2"},
+    Eintrag{jet::ErrorKind::NotWritable, 3326,
+            u"Die Tabelle lässt sich nicht ändern, ohne Schaden zu riskieren: %2"},
+    Eintrag{jet::ErrorKind::Conflict, 3197,
+            u"Ein anderes Programm hat den Datensatz inzwischen geändert oder gelöscht, er wurde nicht "
+            u"überschrieben"},
+    Eintrag{jet::ErrorKind::DiskFull, 3026, u"Auf dem Datenträger der Datei %1 ist kein Platz mehr frei"},
+};
+
+// What sounds differently where the file was to be changed.
+constexpr std::array kSchreibeintraege{
+    Eintrag{jet::ErrorKind::AccessDenied, 3051,
+            u"Die Datei %1 darf nicht geändert werden, die Rechte dafür fehlen; es wurde nichts gespeichert"},
+    Eintrag{jet::ErrorKind::Busy, 3045,
+            u"Die Datei %1 wird von einem anderen Programm benutzt und kann deshalb zurzeit nicht geändert "
+            u"werden; bitte Verbindo auf allen Arbeitsplätzen schließen und es noch einmal versuchen"},
+    Eintrag{jet::ErrorKind::Io, 3043,
+            u"Die Datei %1 konnte nicht geändert werden, Datenträger oder Netzwerk meldet einen Fehler; es "
+            u"wurde nichts gespeichert"},
+    Eintrag{jet::ErrorKind::TypeMismatch, 3464,
+            u"Ein Wert passt nicht zu seinem Feld, es wurde nichts gespeichert: %2"},
+    Eintrag{jet::ErrorKind::Constraint, 3022,
+            u"Der Datensatz verletzt eine Regel seiner Tabelle, es wurde nichts gespeichert: %2"},
+    Eintrag{jet::ErrorKind::Limit, 3047,
+            u"Die Grenzen des Datenbankformats wurden überschritten, es wurde nichts gespeichert: %2"},
+    Eintrag{jet::ErrorKind::DiskFull, 3026,
+            u"Auf dem Datenträger der Datei %1 ist kein Platz mehr frei, es wurde nichts gespeichert"},
 };
 
 // What is damaged, by a word of the engine's reason where the whole sentence is not known; the first that
@@ -91,22 +119,56 @@ QString ohneSchadenstexte(QString text) {
   return text;
 }
 
+// The reason comes in last: what it quotes may look like a place for the path.
+Datenbankfehler ausgefuellt(const Eintrag& eintrag, const jet::Error& fehler, const QString& pfad) {
+  QString text = eintrag.text.toString();
+  text.replace(u"%1"_s, pfad);
+  if (eintrag.text.contains(u"%2")) {
+    text.truncate(text.size() - 2);
+    text += aufDeutsch(fehler.reason());
+  }
+  return {eintrag.nummer, ohneSchadenstexte(text)};
+}
+
 }  // namespace
+
+Datenbankfehler alsSchreibfehler(const jet::Error& fehler, const QString& pfad) {
+  for (const Eintrag& eintrag : kSchreibeintraege) {
+    if (eintrag.art == fehler.kind()) return ausgefuellt(eintrag, fehler, pfad);
+  }
+  return alsDatenbankfehler(fehler, pfad);
+}
+
+Datenbankfehler inVerbindoGeoeffnet(const QString& pfad) {
+  return {3356, ohneSchadenstexte(u"Die Datenbank "_s + pfad +
+                                  u" ist in Verbindo geöffnet und kann deshalb zurzeit nicht geändert "
+                                  u"werden; bitte Verbindo auf allen Arbeitsplätzen schließen und es noch "
+                                  u"einmal versuchen"_s)};
+}
+
+Datenbankfehler nurLesendGeoeffnet(const QString& pfad) {
+  return alsDatenbankfehler(
+      jet::Error(jet::ErrorKind::ReadOnly, "the connection was opened for reading only"), pfad);
+}
 
 Datenbankfehler alsDatenbankfehler(const jet::Error& fehler, const QString& pfad) {
   for (const Eintrag& eintrag : kEintraege) {
     if (eintrag.art != fehler.kind()) continue;
-    QString text = eintrag.text.toString();
+    const QString text = eintrag.text.toString();
     if (fehler.kind() == jet::ErrorKind::Damaged)
       return {eintrag.nummer, text + schaden(fehler) + kAbhilfe.toString()};
     if (fehler.kind() == jet::ErrorKind::Truncated) return {eintrag.nummer, text + kAbhilfe.toString()};
     if (fehler.kind() == jet::ErrorKind::NotADatabase) return {eintrag.nummer, text};
-    text.replace(u"%2"_s, aufDeutsch(fehler.reason()));
-    text.replace(u"%1"_s, pfad);
-    return {eintrag.nummer, ohneSchadenstexte(text)};
+    return ausgefuellt(eintrag, fehler, pfad);
   }
   return {3000, ohneSchadenstexte(u"Unbekannter Fehler der Datenbank: "_s +
                                   QString::fromStdString(fehler.reason()))};
+}
+
+Datenbankfehler keinDatensatz() { return {3021, u"Kein aktueller Datensatz"_s}; }
+
+Datenbankfehler keinFeld(QStringView name) {
+  return alsDatenbankfehler(jet::Error(jet::ErrorKind::NoSuchColumn, name.toString().toStdString()), {});
 }
 
 Datenbankfehler speichermangel() {

@@ -16,6 +16,15 @@ struct Datenbankfehler {
 
 // Every engine error has its own number and text.
 Datenbankfehler alsDatenbankfehler(const jet::Error& fehler, const QString& pfad);
+// The same where the engine was to change the file: it says that nothing was saved.
+Datenbankfehler alsSchreibfehler(const jet::Error& fehler, const QString& pfad);
+// The file cannot be changed: a program that shares it through Access's engine has it open.
+Datenbankfehler inVerbindoGeoeffnet(const QString& pfad);
+// The file cannot be changed through a connection that was opened for reading only.
+Datenbankfehler nurLesendGeoeffnet(const QString& pfad);
+// A record set has no current row; or no field of this name.
+Datenbankfehler keinDatensatz();
+Datenbankfehler keinFeld(QStringView name);
 // The memory did not suffice for a query or a page.
 Datenbankfehler speichermangel();
 

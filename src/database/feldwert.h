@@ -6,6 +6,7 @@
 
 #include <variant>
 
+#include "jet/table_definition.h"
 #include "jet/value.h"
 #include "support/waehrung.h"
 
@@ -16,5 +17,8 @@ namespace pelvanto {
 using Feldwert = std::variant<std::monostate, bool, int, double, Waehrung, QDateTime, QString, QByteArray>;
 
 Feldwert alsFeldwert(const jet::Value& wert);
+// The value as this column stores it. Throws jet::Error (TypeMismatch, Limit) where that would not be exactly
+// the same value.
+jet::Value alsJetWert(const Feldwert& wert, const jet::ColumnDefinition& spalte);
 
 }  // namespace pelvanto

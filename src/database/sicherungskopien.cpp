@@ -57,6 +57,11 @@ void DatenbankRoutinen::sicherungskopieAnbieten(const QString& Pfad, Sicherungsk
 void DatenbankRoutinen::wiederherstellen(const QString& Pfad, const Sicherungskopie& kopie) {
   fehlerProtokollieren(u"Wiederherstellung der Sicherungskopie von "_s + Pfad + u" aus "_s + kopie.datei +
                        u"("_s + mitMinuten(kopie.zeit) + u") gewünscht!"_s);
+  if (jetDateien_.isOpen(alsDateipfad(Pfad))) {
+    // Another connection would go on in a file that has no name any more.
+    fehlerProtokollieren(Pfad + u" wird noch benutzt, es wurde nichts gelöscht."_s, 4);
+    return;
+  }
   if (!kopieLesbar(kopie.datei)) return;
   if (!dateien_.DateiLoeschen(Pfad, 4)) return;
   fehlerProtokollieren(Pfad + u" gelöscht."_s, 4);

@@ -10,6 +10,7 @@
 #include "database/feldwert.h"
 #include "jet/database.h"
 #include "jet/sql/session.h"
+#include "jet/transaction.h"
 
 namespace pelvanto {
 
@@ -31,15 +32,31 @@ class Abfrage {
   int zeile_ = 0;
 };
 
-// An open connection to the contact database. No connection outlives one press of a button.
+// Who wants to hear of what opening a file finds.
+struct Oeffnungsmeldungen {
+  std::function<void(const QString&)> warnung;  // one line for each oddity of the file that does no harm
+  jet::RecoverySink wiederhergestellt;          // a save that was broken off has left its traces
+};
+
+// An open connection to the contact database. No connection outlives one press of a button. All connections
+// of the program share the files of one pool, which must outlive them.
 class Verbindung {
  public:
-  // Throws Datenbankfehler. `warnung` gets one line for each oddity of the file that does no harm.
-  Verbindung(jet::FileSystem& dateien, const QString& pfad, bool schreibgeschuetzt,
-             std::function<void(const QString&)> warnung = {});
+  // Throws Datenbankfehler.
+  Verbindung(jet::FilePool& dateien, const QString& pfad, bool schreibgeschuetzt,
+             Oeffnungsmeldungen meldungen = {});
 
   // Runs a query; throws Datenbankfehler.
   Abfrage abfragen(const QString& sql);
+  // The same as the engine answers it.
+  jet::sql::ResultSet ergebnis(const QString& sql);
+  // Takes the file for this program alone, runs `arbeit` and gives the file back. What `arbeit` has changed
+  // is durable if it answers true, else undone. Where the file is taken, `warten` is called before each of up
+  // to five further attempts. Throws Datenbankfehler; then nothing was changed.
+  void schreiben(const std::function<void()>& warten,
+                 const std::function<bool(jet::Transaction&, jet::Database&)>& arbeit);
+  // Reads; throws Datenbankfehler.
+  void lesen(const std::function<void(jet::Database&)>& arbeit);
   const QString& pfad() const { return pfad_; }
   bool schreibgeschuetzt() const { return schreibgeschuetzt_; }
   // The last query that was run, for the report of a failure.
@@ -50,6 +67,10 @@ class Verbindung {
   const jet::ChangeStamp& anfangsstand() const { return anfangsstand_; }
 
  private:
+  void schreibversuch(const std::function<bool(jet::Transaction&, jet::Database&)>& arbeit);
+  Datenbankfehler besetzt() const;
+
+  jet::FilePool& dateien_;
   QString pfad_;
   QString letzteAbfrage_;
   bool schreibgeschuetzt_;
@@ -59,9 +80,10 @@ class Verbindung {
 };
 
 // The change stamp of a file as it is now. Throws Datenbankfehler.
-jet::ChangeStamp dateistand(jet::FileSystem& dateien, const QString& pfad);
+jet::ChangeStamp dateistand(jet::FilePool& dateien, const QString& pfad,
+                            const jet::RecoverySink& wiederhergestellt = {});
 // Opens the file and reads every value of every row of every table. Throws Datenbankfehler.
-void vollstaendigLesen(jet::FileSystem& dateien, const QString& pfad);
+void vollstaendigLesen(jet::FilePool& dateien, const QString& pfad);
 
 std::filesystem::path alsDateipfad(const QString& pfad);
 

@@ -26,4 +26,9 @@ std::shared_ptr<PageFile> FilePool::open(const std::filesystem::path& path, std:
   return file;
 }
 
+bool FilePool::isOpen(const std::filesystem::path& path) const {
+  const auto place = open_.find(path.lexically_normal());
+  return place != open_.end() && !place->second.expired();
+}
+
 }  // namespace jet

@@ -19,6 +19,8 @@ class FilePool {
   // The file as it is open already (looked at anew, see PageFile::refresh), else opened.
   std::shared_ptr<PageFile> open(const std::filesystem::path& path, std::size_t cacheBytes,
                                  const RecoverySink& recovered = {});
+  // Whether a connection has it open now.
+  bool isOpen(const std::filesystem::path& path) const;
 
  private:
   FileSystem& files_;

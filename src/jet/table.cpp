@@ -56,6 +56,15 @@ const Index& Table::index(std::size_t i) const { return *indexes_[i]; }
 
 TableScan Table::scan() const { return TableScan(*this); }
 
+bool Table::hasRow(RowId id) const {
+  if (id.page == 0 || id.page >= file_.pageCount()) return false;
+  const PageRef page = file_.page(id.page, definition_.page);
+  if (page->type() != static_cast<std::uint8_t>(PageType::Data)) return false;
+  const DataPage dataPage(*page, file_.format());
+  return dataPage.owner() == definition_.page && id.slot < dataPage.slotCount() &&
+         (dataPage.slot(id.slot) & slot_flag::body) == 0;
+}
+
 Row Table::fetch(RowId id) const {
   Row row;
   fetch(id, row);

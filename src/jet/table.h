@@ -92,6 +92,8 @@ class Table {
   std::optional<std::size_t> findColumn(std::u16string_view name) const;
 
   TableScan scan() const;
+  // Whether there is a live row of this table at `id` now.
+  bool hasRow(RowId id) const;
   // The row whose head slot is `id` (from an index or an earlier scan). Error(Damaged) if there is no live
   // row of this table.
   Row fetch(RowId id) const;

@@ -11,7 +11,8 @@ Umgebung::Umgebung(Aussenwelt aussen, Prozesswerte prozesswerte)
       dateien(welt.dateisystem, protokoll, welt.meldungen, welt.oberflaeche, welt.uhr, werte.ProgrammOrdner),
       ini(welt.dateisystem, protokoll, werte.INIDatei),
       typen(welt.gebietsschema, protokoll, welt.meldungen, ini),
-      datenbank(welt.jetDateien, dateien, protokoll, welt.meldungen, welt.oberflaeche, welt.uhr),
+      jetDateien(welt.jetDateien),
+      datenbank(jetDateien, dateien, protokoll, welt.meldungen, welt.oberflaeche, welt.uhr),
       zahlungsverkehr(werte, dateien, protokoll, welt.meldungen, welt.uhr, typen) {}
 
 }  // namespace pelvanto

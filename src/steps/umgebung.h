@@ -34,6 +34,7 @@ struct Umgebung {
   DateienFinden dateien;
   FunktionenFürINI ini;
   DatenTypen typen;
+  jet::FilePool jetDateien;  // outlives all connections
   DatenbankRoutinen datenbank;
   Zahlungsverkehr zahlungsverkehr;
 };

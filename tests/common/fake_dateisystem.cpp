@@ -15,8 +15,19 @@ QString elternordner(const QString& pfad) {
 
 SpeicherDateisystem::Datei& SpeicherDateisystem::anlegen(const QString& pfad, const QByteArray& inhalt) {
   ordner(elternordner(pfad));
-  dateien_[pfad] = Datei{inhalt, {zeit, zeit, zeit}};
-  return dateien_[pfad];
+  return neueDatei(pfad, inhalt);
+}
+
+SpeicherDateisystem::Datei& SpeicherDateisystem::neueDatei(const QString& pfad, const QByteArray& inhalt) {
+  Datei& datei = dateien_[pfad];
+  datei = Datei{inhalt, {zeit, zeit, zeit}};
+  neueFassung(datei);
+  return datei;
+}
+
+SpeicherDateisystem::Datei* SpeicherDateisystem::datei(const QString& pfad) {
+  const auto stelle = dateien_.find(pfad);
+  return stelle == dateien_.end() ? nullptr : &stelle->second;
 }
 
 void SpeicherDateisystem::ordner(const QString& pfad) {
@@ -112,13 +123,14 @@ Dateifehler SpeicherDateisystem::anhaengen(const QString& pfad, const QByteArray
 Dateifehler SpeicherDateisystem::schreiben(const QString& pfad, const QByteArray& inhalt) {
   const Dateifehler fehler = zugriff(pfad, true);
   if (fehler.nummer == Dateifehlernummer::DateiNichtGefunden) {
-    dateien_[pfad] = Datei{inhalt, {zeit, zeit, zeit}};
+    neueDatei(pfad, inhalt);
     return {};
   }
   if (fehler.ok()) {
     Datei& datei = dateien_[pfad];
     datei.inhalt = inhalt;
     datei.zeiten.letztesSchreiben = zeit;
+    neueFassung(datei);
   }
   return fehler;
 }

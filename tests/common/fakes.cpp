@@ -37,7 +37,7 @@ std::optional<QString> FakeMeldungen::eingeben(const Eingabe& eingabe) {
     ++ungeplanteFragen;
     return std::nullopt;
   }
-  std::optional<QString> antwort = std::move(eingaben.front());
+  const std::optional<QString> antwort = eingaben.front();
   eingaben.pop_front();
   return antwort;
 }

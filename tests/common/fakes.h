@@ -84,6 +84,7 @@ class SpeicherDateisystem : public Dateisystem {
     Dateizeiten zeiten;
     bool nurLesen = false;  // until attributeLoeschen
     bool gesperrt = false;  // held exclusively by another program: cannot be opened, deleted, renamed
+    int fassung = 0;        // another one after every change of the content
   };
 
   // Makes the folders of the path too. The times of new files are those of `zeit`.
@@ -91,6 +92,9 @@ class SpeicherDateisystem : public Dateisystem {
   void ordner(const QString& pfad);
   QByteArray inhalt(const QString& pfad) const;
   QStringList pfade() const;
+  // nullptr if there is none. Who changes the content through it says so by `neueFassung`.
+  Datei* datei(const QString& pfad);
+  void neueFassung(Datei& datei) { datei.fassung = ++fassungen_; }
   QDateTime zeit{QDate(2026, 3, 16), QTime(8, 9, 10)};
 
   bool existiert(const QString& pfad) const override;
@@ -114,7 +118,10 @@ class SpeicherDateisystem : public Dateisystem {
   Dateifehler zugriff(const QString& pfad, bool schreibend) const;
   Dateifehler neuesZiel(const QString& pfad) const;
 
+  Datei& neueDatei(const QString& pfad, const QByteArray& inhalt);
+
   std::map<QString, Datei> dateien_;
+  int fassungen_ = 0;
   QSet<QString> ordner_{QStringLiteral("/")};
 };
 

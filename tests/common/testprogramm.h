@@ -7,6 +7,7 @@
 #include "common/fakes.h"
 #include "common/speicher_jet.h"
 #include "common/verbindo_datenbank.h"
+#include "steps/umgebung.h"
 #include "support/prozesswerte.h"
 #include "support/windows1252.h"
 
@@ -27,6 +28,12 @@ struct Testprogramm {
   SpeicherDateisystem::Datei& ablegen(const QString& pfad, const std::vector<std::uint8_t>& bytes) {
     return dateien.anlegen(
         pfad, QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size())));
+  }
+
+  // What the program has around it. The contact database may lie in other files, e.g. such as lose power;
+  // then `dateien` needs a file of its name.
+  Aussenwelt aussenwelt(jet::FileSystem& jetDateien) {
+    return {uhr, meldungen, oberflaeche, gebietsschema, dateien, jetDateien};
   }
 
   // The lines of today's log, without their times, from their indents on.

@@ -56,7 +56,8 @@ class DatenbankOeffnenTest : public testing::Test {
   Protokoll protokoll{programm.dateien, programm.uhr, programm.werte.ProgrammOrdner};
   DateienFinden dateien{programm.dateien,     protokoll,    programm.meldungen,
                         programm.oberflaeche, programm.uhr, programm.werte.ProgrammOrdner};
-  DatenbankRoutinen routinen{programm.jet,         dateien,     protokoll, programm.meldungen,
+  jet::FilePool jetDateien{programm.jet};
+  DatenbankRoutinen routinen{jetDateien,           dateien,     protokoll, programm.meldungen,
                              programm.oberflaeche, programm.uhr};
   std::unique_ptr<Verbindung> verbindung;
 };
@@ -261,7 +262,7 @@ TEST_F(DatenbankOeffnenTest, ADatabaseThatCannotBeDeletedStaysAndTheAttemptsGoOn
   DateienFinden gestoert{stoerung,           protokoll,
                          programm.meldungen, programm.oberflaeche,
                          programm.uhr,       programm.werte.ProgrammOrdner};
-  DatenbankRoutinen betroffen{programm.jet,         gestoert,    protokoll, programm.meldungen,
+  DatenbankRoutinen betroffen{jetDateien,           gestoert,    protokoll, programm.meldungen,
                               programm.oberflaeche, programm.uhr};
   programm.meldungen.antworten.assign(5, Antwort::Ja);
   EXPECT_FALSE(betroffen.DatenbankOeffnen(verbindung, kPfad, false, false));

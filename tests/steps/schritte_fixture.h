@@ -70,9 +70,7 @@ class SchritteTest : public testing::Test {
 
   test::Testprogramm programm;
   test::VerbindoDatenbank datenbank;
-  Umgebung umgebung{{programm.uhr, programm.meldungen, programm.oberflaeche, programm.gebietsschema,
-                     programm.dateien, programm.jet},
-                    programm.werte};
+  Umgebung umgebung{programm.aussenwelt(programm.jet), programm.werte};
   Seiten seiten;
 };
 

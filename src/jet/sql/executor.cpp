@@ -206,9 +206,19 @@ class Executor {
     work_.order.endRow();
   }
 
+  // `source`: the numbers of the rows in their order; empty: as they were added.
+  void nameRows(const std::vector<std::uint32_t>& source) {
+    result_.table = select_.tables.front()->name();
+    result_.rows.reserve(work_.order.rowCount());
+    for (std::size_t i = 0; i < work_.order.rowCount(); ++i) {
+      result_.rows.push_back(work_.order.firstPlace(source.empty() ? i : source[i]));
+    }
+  }
+
   // Moves the rows to their places, circle by circle.
   void putInOrder() {
     std::vector<std::uint32_t> source = work_.order.sorted();
+    if (select_.tables.size() == 1 && select_.order.empty()) nameRows(source);
     const std::size_t width = select_.outputs.size();
     const auto cells = [&](std::size_t row) {
       return result_.cells.begin() + static_cast<std::ptrdiff_t>(row * width);

@@ -23,6 +23,8 @@ class ResultOrder {
   void endRow();
 
   std::size_t rowCount() const { return entries_.size(); }
+  // The place in the first table of the row that was added as number `number`.
+  RowId firstPlace(std::size_t number) const { return RowId::fromPointer(places_[number * tableCount_]); }
   // The numbers of the added rows in their order; empty if they were added in order.
   std::vector<std::uint32_t> sorted();
 

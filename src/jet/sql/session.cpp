@@ -10,7 +10,17 @@ namespace jet::sql {
 struct Session::State {
   explicit State(Database& database) : database(database) {}
 
+  // What was learnt from pages that may read differently by now is learnt anew.
+  void forgetStale() {
+    const std::uint64_t version = database.pages().version();
+    if (version == known) return;
+    paths = AccessPaths();
+    workspace = Workspace();
+    known = version;
+  }
+
   Database& database;
+  std::uint64_t known = database.pages().version();
   AccessPaths paths;
   Select select;
   BoundSelect bound;
@@ -24,6 +34,7 @@ Session::~Session() = default;
 
 ResultSet Session::query(std::u16string_view text, Plan* plan) {
   State& state = *state_;
+  state.forgetStale();
   parse(text, state.select);
   bind(state.select, state.database, state.bound);
   sql::plan(state.bound, state.paths, state.plan);

@@ -17,6 +17,9 @@ struct ResultColumn {
 struct ResultSet {
   std::vector<ResultColumn> columns;
   std::vector<Value> cells;  // row by row
+  // Only where the query is on one table and without ORDER BY: the table, and which row each one is.
+  Text table;
+  std::vector<RowId> rows;
   std::size_t rowCount() const { return columns.empty() ? 0 : cells.size() / columns.size(); }
   const Value& cell(std::size_t row, std::size_t column) const {
     return cells[row * columns.size() + column];
