@@ -12,7 +12,8 @@
 namespace jet {
 
 // The rollback journal of one transaction: a file beside the database, named like it with ".journal" behind,
-// that holds what every page to be written holds now and will hold. Format and rules: journal.cpp.
+// that holds what every page to be written holds now and will hold. Rules: journal.cpp; bytes:
+// journal_format.h.
 
 std::filesystem::path journalPath(const std::filesystem::path& database);
 
@@ -23,17 +24,23 @@ struct JournalPage {
 };
 
 // Writes the journal; it is on the disk when this returns. `before` is the database's stamp, `sizeAfter` its
-// length in bytes when the transaction is done. Pages behind the old end need no entry. After a failure there
-// is no valid journal.
+// length in bytes when the transaction is done. Pages in any order, each once; pages behind the old end need
+// no entry. After a failure there is no journal that counts, or one whose pages nobody has written.
 void writeJournal(FileSystem& files, const std::filesystem::path& database, const ChangeStamp& before,
                   std::uint64_t sizeAfter, std::span<const JournalPage> pages);
 
 // Ends the transaction: the journal is void on the disk when this returns, then it is removed. That it could
-// not be removed is no failure.
+// not be removed is no failure. After a failure the journal may be void or not: `rollBack`.
 void endJournal(FileSystem& files, const std::filesystem::path& database);
+
+// A transaction failed after `writeJournal`: its journal counts again and the database (`file`, acquired) is
+// put back. After an error nothing of the database may be read until `recover`.
+void rollBack(FileSystem& files, const std::filesystem::path& database, File& file);
 
 // Before anything is read. `file` is the database, opened shared; it is acquired where there is work to do.
 // Errors: Busy, AccessDenied, Io: the journal is still there and nothing may be read.
 RecoveryResult recover(FileSystem& files, const std::filesystem::path& database, File& file);
+// The same when `file` is acquired already.
+RecoveryResult recoverAcquired(FileSystem& files, const std::filesystem::path& database, File& file);
 
 }  // namespace jet

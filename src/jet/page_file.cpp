@@ -117,11 +117,11 @@ PageFile::PageFile(FileSystem& files, const std::filesystem::path& path, std::si
   if (recovered && result.what != Recovery::None) recovered(result);
   readHeader();
   cache_ = std::make_unique<Cache>(cacheBytes, pageCount_);
-  known_ = stamp();
 }
 
 void PageFile::readHeader() {
   const std::uint64_t size = file_->size();
+  ChangeStamp now{.size = size, .lastWriteTime = file_->lastWriteTime(), .commitBytes = {}};
   std::vector<std::uint8_t> page0(std::min<std::uint64_t>(size, jet4.pageSize));
   file_->read(0, page0);
   header_ = jet::readHeader(page0);
@@ -134,6 +134,9 @@ void PageFile::readHeader() {
     throw Error(ErrorKind::Damaged, "the file is larger than its format allows");
   }
   pageCount_ = static_cast<std::uint32_t>(size / pageSize);
+  // A whole page was read: the length is a multiple of it.
+  std::copy_n(page0.begin() + format().commitBytesOffset, now.commitBytes.size(), now.commitBytes.begin());
+  known_ = now;
 }
 
 PageFile::~PageFile() = default;
@@ -181,13 +184,12 @@ ChangeStamp PageFile::stamp() const {
 void PageFile::refresh() {
   if (lost_) throw Error(ErrorKind::Io, "an interrupted save could not be undone");
   if (transaction_ != nullptr) return;
-  const ChangeStamp now = stamp();
-  if (now == known_) return;
+  if (stamp() == known_) return;
   readHeader();
   cache_ = std::make_unique<Cache>(cache_->limit, pageCount_);
   provenSound_.clear();
   ++version_;
-  known_ = now;
+  isDurable_ = false;
 }
 
 // Whatever stands in the way is told before the file is taken; what another program wrote meanwhile is seen
@@ -199,9 +201,10 @@ void PageFile::take() {
     throw Error(ErrorKind::ReadOnly, "only files of Jet 4 that are not encoded are written");
   }
   if (hasUsers(files_, path_)) throw Error(ErrorKind::Busy, "another program has the database open");
-  recover(files_, path_, *file_);
   file_->acquire();
   try {
+    // Another one may have failed in its save since this file was opened.
+    recoverAcquired(files_, path_, *file_);
     refresh();
   } catch (...) {
     file_->release();

@@ -74,7 +74,7 @@ class PageFile {
   friend class Transaction;
   struct Cache;
   PageRef load(std::uint32_t number) const;
-  // Page 0 and the length, as they are in the file now.
+  // Page 0, the length and the stamp, as they are in the file now.
   void readHeader();
   // Beginning and end of a transaction, see there.
   void take();
@@ -91,6 +91,7 @@ class PageFile {
   std::set<std::uint32_t> provenSound_;
   Transaction* transaction_ = nullptr;
   bool lost_ = false;
+  bool isDurable_ = false;  // what others wrote is on the disk
   std::uint32_t pageCount_ = 0;
   std::unique_ptr<Cache> cache_;
 };

@@ -120,13 +120,14 @@ class PosixFile : public File {
       }
       writer_ = std::move(writer);
     } catch (...) {
-      ::flock(reader_.get(), LOCK_SH | LOCK_NB);
+      ::flock(reader_.get(), LOCK_SH);  // another one's save takes moments
       throw;
     }
   }
+  // Who takes the file between the two locks is waited for: nothing is read in the middle of a save.
   void release() noexcept override {
     writer_.reset();
-    ::flock(reader_.get(), LOCK_SH | LOCK_NB);
+    ::flock(reader_.get(), LOCK_SH);
   }
 
   void write(std::uint64_t offset, std::span<const std::uint8_t> content) override {

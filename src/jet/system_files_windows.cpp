@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <string>
 #include <utility>
+#include <vector>
 #include <windows.h>
 
 #include "jet/error.h"
@@ -26,6 +27,9 @@ namespace {
     case ERROR_ACCESS_DENIED:
     case ERROR_WRITE_PROTECT:
       throw Error(ErrorKind::AccessDenied, reason);
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+      throw Error(ErrorKind::DiskFull, reason);
     case ERROR_SHARING_VIOLATION:
     case ERROR_LOCK_VIOLATION:
       throw Error(ErrorKind::Busy, reason);
@@ -37,22 +41,43 @@ namespace {
 // A file handle that closes itself.
 class Handle {
  public:
-  explicit Handle(HANDLE handle) : handle_(handle) {}
+  explicit Handle(HANDLE handle = INVALID_HANDLE_VALUE) : handle_(handle) {}
   ~Handle() { close(); }
   Handle(Handle&& other) noexcept : handle_(std::exchange(other.handle_, INVALID_HANDLE_VALUE)) {}
-  Handle& operator=(Handle&&) = delete;
+  Handle& operator=(Handle&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    return *this;
+  }
   HANDLE get() const { return handle_; }
+  bool isOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
   void close() {
-    if (handle_ != INVALID_HANDLE_VALUE) ::CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE));
+    if (isOpen()) ::CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE));
   }
 
  private:
   HANDLE handle_;
 };
 
+// Beside all others, also those who write or rename.
+constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+Handle openExisting(const std::filesystem::path& path, DWORD access, DWORD share) {
+  return Handle(::CreateFileW(path.c_str(), access, share, nullptr, OPEN_EXISTING,
+                              FILE_ATTRIBUTE_NORMAL | FILE_FLAG_RANDOM_ACCESS, nullptr));
+}
+
+OVERLAPPED placeAt(std::uint64_t offset) {
+  OVERLAPPED place{};
+  place.Offset = static_cast<DWORD>(offset);
+  place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+  return place;
+}
+
+// Windows knows a file for one alone only from its opening on, so taking and giving back open it anew.
 class WindowsFile : public File {
  public:
-  explicit WindowsFile(Handle handle) : handle_(std::move(handle)) {}
+  WindowsFile(std::filesystem::path path, Handle handle)
+      : path_(std::move(path)), handle_(std::move(handle)) {}
 
   std::uint64_t size() const override {
     LARGE_INTEGER size;
@@ -70,9 +95,7 @@ class WindowsFile : public File {
 
   void read(std::uint64_t offset, std::span<std::uint8_t> target) const override {
     while (!target.empty()) {
-      OVERLAPPED place{};
-      place.Offset = static_cast<DWORD>(offset);
-      place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+      OVERLAPPED place = placeAt(offset);
       const DWORD wanted = static_cast<DWORD>(std::min<std::size_t>(target.size(), 1u << 30));
       DWORD count = 0;
       if (::ReadFile(handle_.get(), target.data(), wanted, &count, &place) == 0) {
@@ -86,47 +109,126 @@ class WindowsFile : public File {
     }
   }
 
+  void acquire() override {
+    handle_.close();
+    Handle alone = openExisting(path_, GENERIC_READ | GENERIC_WRITE, 0);
+    if (!alone.isOpen()) {
+      const DWORD code = ::GetLastError();
+      openForReading();
+      failWith(code, "opening for writing failed");
+    }
+    handle_ = std::move(alone);
+  }
+  void release() noexcept override {
+    handle_.close();
+    openForReading();
+  }
+
+  void write(std::uint64_t offset, std::span<const std::uint8_t> content) override {
+    // Not every file system fills a gap with zeros.
+    if (const std::uint64_t end = size(); offset > end) fillWithZeros(end, offset);
+    while (!content.empty()) {
+      OVERLAPPED place = placeAt(offset);
+      const DWORD wanted = static_cast<DWORD>(std::min<std::size_t>(content.size(), 1u << 30));
+      DWORD count = 0;
+      if (::WriteFile(handle_.get(), content.data(), wanted, &count, &place) == 0) {
+        failWith(::GetLastError(), "writing failed");
+      }
+      content = content.subspan(count);
+      offset += count;
+    }
+  }
+  void resize(std::uint64_t size) override {
+    if (const std::uint64_t end = this->size(); size > end) return fillWithZeros(end, size);
+    FILE_END_OF_FILE_INFO end{};
+    end.EndOfFile.QuadPart = static_cast<LONGLONG>(size);
+    if (::SetFileInformationByHandle(handle_.get(), FileEndOfFileInfo, &end, sizeof end) == 0) {
+      failWith(::GetLastError(), "changing the size failed");
+    }
+  }
+  void flush() override {
+    if (::FlushFileBuffers(handle_.get()) == 0) failWith(::GetLastError(), "flushing failed");
+  }
+
  private:
+  // Somebody may have the file for himself just now; a save takes moments.
+  void openForReading() noexcept {
+    constexpr int attempts = 100;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+      handle_ = openExisting(path_, GENERIC_READ, shareAll);
+      if (handle_.isOpen() || ::GetLastError() != ERROR_SHARING_VIOLATION) return;
+      ::Sleep(20);
+    }
+  }
+  void fillWithZeros(std::uint64_t from, std::uint64_t to) {
+    const std::vector<std::uint8_t> zeros(std::min<std::uint64_t>(to - from, 1u << 20));
+    while (from < to) {
+      const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(to - from, zeros.size()));
+      write(from, std::span(zeros).first(count));
+      from += count;
+    }
+  }
+
+  std::filesystem::path path_;
   Handle handle_;
 };
-
-void writeAll(HANDLE handle, std::span<const std::uint8_t> content) {
-  while (!content.empty()) {
-    const DWORD wanted = static_cast<DWORD>(std::min<std::size_t>(content.size(), 1u << 30));
-    DWORD count = 0;
-    if (::WriteFile(handle, content.data(), wanted, &count, nullptr) == 0) {
-      failWith(::GetLastError(), "writing failed");
-    }
-    content = content.subspan(count);
-  }
-}
 
 class WindowsFileSystem : public FileSystem {
  public:
   std::unique_ptr<File> openShared(const std::filesystem::path& path) override {
-    Handle handle(::CreateFileW(path.c_str(), GENERIC_READ,
-                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_RANDOM_ACCESS, nullptr));
-    if (handle.get() == INVALID_HANDLE_VALUE) failWith(::GetLastError(), "opening failed");
-    return std::make_unique<WindowsFile>(std::move(handle));
+    Handle handle = openExisting(path, GENERIC_READ, shareAll);
+    if (!handle.isOpen()) failWith(::GetLastError(), "opening failed");
+    return std::make_unique<WindowsFile>(path, std::move(handle));
   }
 
-  void createFile(const std::filesystem::path& path, std::span<const std::uint8_t> content) override {
-    Handle handle(
-        ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (handle.get() == INVALID_HANDLE_VALUE) {
+  std::unique_ptr<File> create(const std::filesystem::path& path) override {
+    Handle handle(::CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!handle.isOpen()) failWith(::GetLastError(), "creating failed");
+    return std::make_unique<WindowsFile>(path, std::move(handle));
+  }
+
+  bool exists(const std::filesystem::path& path) const override {
+    if (::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) return true;
+    const DWORD code = ::GetLastError();
+    if (code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND) return false;
+    failWith(code, "looking for a file failed");
+  }
+
+  void remove(const std::filesystem::path& path) override {
+    if (::DeleteFileW(path.c_str()) == 0) failWith(::GetLastError(), "removing failed");
+  }
+
+  void rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
+    if (::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) == 0) {
+      failWith(::GetLastError(), "renaming failed");
+    }
+  }
+
+  // A new name reaches the disk with the flush of its file, a new place with MOVEFILE_WRITE_THROUGH. There is
+  // nothing for removed names: who relies on one here makes the file void first.
+  void flushFolder(const std::filesystem::path&) override {}
+
+  // Asked by trying: a shared lock is refused where somebody holds one for himself, and given back at once.
+  // Reading would not tell, as behind the file's end there is nothing to read.
+  bool isLocked(const std::filesystem::path& path, std::uint64_t offset,
+                std::uint64_t length) const override {
+    const Handle handle = openExisting(path, GENERIC_READ, shareAll);
+    if (!handle.isOpen()) {
       const DWORD code = ::GetLastError();
-      if (code == ERROR_FILE_EXISTS) throw Error(ErrorKind::Io, "creating failed: the file exists already");
-      failWith(code, "creating failed");
+      if (code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND) return false;
+      if (code == ERROR_SHARING_VIOLATION) return true;  // somebody has the whole file
+      failWith(code, "opening failed");
     }
-    try {
-      writeAll(handle.get(), content);
-      if (::FlushFileBuffers(handle.get()) == 0) failWith(::GetLastError(), "flushing failed");
-    } catch (...) {
-      handle.close();
-      ::DeleteFileW(path.c_str());
-      throw;
+    OVERLAPPED place = placeAt(offset);
+    const DWORD low = static_cast<DWORD>(length), high = static_cast<DWORD>(length >> 32);
+    if (::LockFileEx(handle.get(), LOCKFILE_FAIL_IMMEDIATELY, 0, low, high, &place) == 0) {
+      const DWORD code = ::GetLastError();
+      if (code == ERROR_LOCK_VIOLATION || code == ERROR_IO_PENDING) return true;
+      failWith(code, "asking for locks failed");
     }
+    ::UnlockFileEx(handle.get(), 0, low, high, &place);
+    return false;
   }
 };
 

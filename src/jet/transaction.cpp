@@ -97,29 +97,25 @@ void Transaction::save(const std::vector<std::shared_ptr<Page>>& pages) {
     disk.read(std::uint64_t{page->number} * pageSize, originals.back());
     journal.push_back({page->number, originals.back(), page->bytes});
   }
+  if (!file_.isDurable_) disk.flush();
+  file_.isDurable_ = true;
   writeJournal(file_.files_, file_.path_, file_.known_, std::uint64_t{file_.pageCount_} * pageSize, journal);
   try {
     for (const auto& page : pages) disk.write(std::uint64_t{page->number} * pageSize, page->bytes);
     disk.flush();
     endJournal(file_.files_, file_.path_);
-  } catch (const Error&) {
-    undo(journal);
+  } catch (...) {
+    undo();
     throw;
   }
 }
 
-// The journal stays until the old pages are on the disk again. Where they cannot be written, the next opening
-// does it.
-void Transaction::undo(const std::vector<JournalPage>& journal) {
+// Where the old pages cannot be written back, the next opening does it.
+void Transaction::undo() {
   try {
-    const std::uint32_t pageSize = file_.format().pageSize;
-    File& disk = *file_.file_;
-    for (const JournalPage& page : journal) disk.write(std::uint64_t{page.number} * pageSize, page.before);
-    disk.resize(std::uint64_t{pagesBefore_} * pageSize);
-    disk.flush();
-    endJournal(file_.files_, file_.path_);
+    rollBack(file_.files_, file_.path_, *file_.file_);
     file_.known_ = file_.stamp();
-  } catch (const Error&) {
+  } catch (...) {
     file_.lost_ = true;
   }
 }

@@ -10,8 +10,6 @@
 
 namespace jet {
 
-struct JournalPage;  // journal.h
-
 // One durable change of the database: from taking the file for this program alone to `commit` or roll back.
 // While it lives, the pages of its file read as changed. One at a time per file.
 class Transaction {
@@ -43,7 +41,7 @@ class Transaction {
   const std::shared_ptr<Page>* find(std::uint32_t number) const;
   std::vector<std::shared_ptr<Page>> pagesInOrder() const;
   void save(const std::vector<std::shared_ptr<Page>>& pages);
-  void undo(const std::vector<JournalPage>& journal);
+  void undo();
 
   PageFile& file_;
   std::unordered_map<std::uint32_t, std::shared_ptr<Page>> changed_;

@@ -4,24 +4,16 @@
 #include <span>
 #include <string>
 
+#include "jet/byte_writer.h"
 #include "jet/value.h"
 
 namespace jet::encode {
 
-// The writing side of `ByteReader`: numbers into bytes, little endian unless named otherwise. The target is
-// always a buffer of our own, so the caller knows its size.
-inline void put16(std::span<std::uint8_t> target, std::size_t offset, std::uint32_t value) {
-  target[offset] = static_cast<std::uint8_t>(value);
-  target[offset + 1] = static_cast<std::uint8_t>(value >> 8);
-}
-inline void put32(std::span<std::uint8_t> target, std::size_t offset, std::uint32_t value) {
-  put16(target, offset, value & 0xFFFF);
-  put16(target, offset + 2, value >> 16);
-}
-inline void put64(std::span<std::uint8_t> target, std::size_t offset, std::uint64_t value) {
-  put32(target, offset, static_cast<std::uint32_t>(value));
-  put32(target, offset + 4, static_cast<std::uint32_t>(value >> 32));
-}
+using jet::put16;
+using jet::put32;
+using jet::put64;
+
+// The source, too, is always a buffer of our own.
 inline std::uint16_t get16(std::span<const std::uint8_t> source, std::size_t offset) {
   return static_cast<std::uint16_t>(source[offset] | source[offset + 1] << 8);
 }
