@@ -10,10 +10,7 @@ namespace jet {
 namespace {
 
 constexpr std::uint32_t lengthMask = 0x3FFFFFFF;
-constexpr std::size_t referenceSize = 12;
 constexpr std::size_t chainLink = 4;  // bytes before the data of each piece
-
-enum Kind : std::uint32_t { Chain = 0, OneRow = 1, Inline = 2 };
 
 // The row `pointer` names; `page` keeps it alive.
 std::span<const std::uint8_t> openPiece(const PageFile& file, std::uint32_t pointer, std::uint32_t from,
@@ -51,28 +48,32 @@ void joinChain(const PageFile& file, std::uint32_t pointer, std::uint32_t length
 
 }  // namespace
 
-void readLongValue(const PageFile& file, std::span<const std::uint8_t> reference, std::uint32_t from,
+LongValueReference LongValueReference::read(const ByteReader& stored) {
+  const std::uint32_t kind = stored.u32(0) >> 30;
+  stored.check(kind <= static_cast<std::uint32_t>(LongValueKind::Inline),
+               "a long value is of an unknown kind");
+  return {static_cast<LongValueKind>(kind), stored.u32(0) & lengthMask, stored.u32(4)};
+}
+
+void readLongValue(const PageFile& file, std::span<const std::uint8_t> stored, std::uint32_t from,
                    LongValue& target) {
-  const ByteReader reader(reference, from);
-  const std::uint32_t length = reader.u32(0) & lengthMask;
-  const std::uint32_t pointer = reader.u32(4);
-  reader.check(length <= std::uint64_t{file.pageCount()} * file.format().pageSize,
+  const ByteReader reader(stored, from);
+  const LongValueReference reference = LongValueReference::read(reader);
+  reader.check(reference.length <= std::uint64_t{file.pageCount()} * file.format().pageSize,
                "a long value is longer than the file");
-  switch (reader.u32(0) >> 30) {
-    case Inline:
+  switch (reference.kind) {
+    case LongValueKind::Inline:
       target.page.reset();
-      target.bytes = reader.slice(referenceSize, length);
+      target.bytes = reader.slice(LongValueReference::size, reference.length);
       return;
-    case OneRow: {
-      const ByteReader row(openPiece(file, pointer, from, target.page), pointer >> 8);
-      row.check(length <= row.size(), "a long value ends early");
-      target.bytes = row.slice(0, length);
+    case LongValueKind::OneRow: {
+      const ByteReader row(openPiece(file, reference.pointer, from, target.page), reference.pointer >> 8);
+      row.check(reference.length <= row.size(), "a long value ends early");
+      target.bytes = row.slice(0, reference.length);
       return;
     }
-    case Chain:
-      return joinChain(file, pointer, length, from, target);
-    default:
-      reader.damaged("a long value is of an unknown kind");
+    case LongValueKind::Chain:
+      return joinChain(file, reference.pointer, reference.length, from, target);
   }
 }
 

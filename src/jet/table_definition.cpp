@@ -19,6 +19,9 @@ constexpr std::size_t columnSortOrderVersion = 14, columnExtendedFlags = 16;  //
 constexpr std::uint8_t compressFlag = 0x01;
 constexpr std::uint16_t unusedColumn = 0xFFFF;
 
+// Access writes 4 where there is no relation at all.
+bool isCascade(std::uint8_t option) { return option == 1 || option == 2; }
+
 // The whole first page and what follows the headers of the others.
 std::vector<std::uint8_t> joinChain(const PageFile& file, std::uint32_t first) {
   PageRef page = file.page(first, first, PageType::TableDefinition);
@@ -177,7 +180,13 @@ class DefinitionReader {
     const std::uint32_t realIndex = bytes.u32(format_.logicalIndexNumber + 4);
     bytes.check(realIndex < definition_.indexes.size(), "an index name belongs to no index");
     name.realIndex = realIndex;
+    name.number = bytes.u32(format_.logicalIndexNumber);
     name.kind = static_cast<IndexKind>(bytes.u8(format_.logicalIndexNumber + 19));
+    name.relation.role = static_cast<RelationEnd::Role>(bytes.u8(format_.logicalIndexNumber + 8));
+    name.relation.otherIndex = bytes.u32(format_.logicalIndexNumber + 9);
+    name.relation.otherDefinition = bytes.u32(format_.logicalIndexNumber + 13);
+    name.relation.cascades = isCascade(bytes.u8(format_.logicalIndexNumber + 17)) ||
+                             isCascade(bytes.u8(format_.logicalIndexNumber + 18));
     if (name.kind == IndexKind::PrimaryKey) definition_.indexes[realIndex].primaryKey = true;
     definition_.indexNames.push_back(std::move(name));
   }

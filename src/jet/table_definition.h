@@ -51,10 +51,22 @@ struct IndexDefinition {
 
 enum class IndexKind : std::uint8_t { Normal = 0, PrimaryKey = 1, ForeignKey = 2 };
 
+// An enforced relation, as the definition of one of its two tables tells it.
+struct RelationEnd {
+  enum class Role : std::uint8_t { None = 0, Referenced = 1, Referencing = 2 };
+
+  Role role{};                        // of this table
+  std::uint32_t otherIndex = 0;       // IndexName::number in the other table
+  std::uint32_t otherDefinition = 0;  // definition page of the other table
+  bool cascades = false;              // changes of keys, or deletions, are to be passed on
+};
+
 struct IndexName {
   Text name;
   std::size_t realIndex = 0;  // position in TableDefinition::indexes
   IndexKind kind{};
+  std::uint32_t number = 0;
+  RelationEnd relation;
 };
 
 struct TableDefinition {

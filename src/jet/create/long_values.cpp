@@ -4,35 +4,16 @@
 
 #include "jet/encode/bytes.h"
 #include "jet/encode/data_page_writer.h"
-#include "jet/error.h"
+#include "jet/encode/long_value_encoder.h"
 
 namespace jet::create {
 
-namespace {
-
-constexpr std::uint32_t inlineKind = 0x80000000, rowKind = 0x40000000, chainKind = 0, kindMask = 0xC0000000;
-constexpr std::size_t largestSingleRow = 4076;
-constexpr std::size_t chainData = 4072;  // per row, behind the pointer to the next
-constexpr std::size_t largestValue = 0x3FFFFFFF;
-
-void appendReference(Bytes& target, std::size_t length, std::uint32_t kind, std::uint32_t pointer) {
-  append32(target, static_cast<std::uint32_t>(length) | kind);
-  append32(target, pointer);
-  append32(target, 0);
-}
-
-}  // namespace
-
 void LongValueStore::append(Bytes& target, std::span<const std::uint8_t> content, bool inlineAllowed) {
-  if (content.size() > largestValue) throw Error(ErrorKind::Limit, "a long value is larger than 1 GiB");
-  if (content.empty() || (inlineAllowed && content.size() <= largestInline)) {
-    appendReference(target, content.size(), inlineKind, 0);
-    target.insert(target.end(), content.begin(), content.end());
-  } else if (content.size() <= largestSingleRow) {
-    appendReference(target, content.size(), rowKind, storeRow(content));
-  } else {
-    appendReference(target, content.size(), chainKind, storeChain(content));
-  }
+  const LongValueKind kind = kindOfLongValue(content.size(), inlineAllowed);
+  std::uint32_t pointer = 0;
+  if (kind == LongValueKind::OneRow) pointer = storeRow(content);
+  if (kind == LongValueKind::Chain) pointer = storeChain(content);
+  appendLongValue(target, kind, content, pointer);
 }
 
 std::uint32_t LongValueStore::addPage() {
@@ -50,10 +31,10 @@ std::uint32_t LongValueStore::storeRow(std::span<const std::uint8_t> content) {
 // Every row of a chain fills a page of its own; the pages follow each other.
 std::uint32_t LongValueStore::storeChain(std::span<const std::uint8_t> content) {
   const std::size_t first = owned_.size();
-  const std::size_t rows = (content.size() + chainData - 1) / chainData;
+  const std::size_t rows = (content.size() + chainRowData - 1) / chainRowData;
   for (std::size_t row = 0; row < rows; ++row) addPage();
   for (std::size_t row = 0; row < rows; ++row) {
-    const auto part = content.subspan(row * chainData, std::min(chainData, content.size() - row * chainData));
+    const auto part = content.subspan(row * chainRowData, std::min(chainRowData, content.size() - row * chainRowData));
     Bytes bytes;
     append32(bytes, row + 1 < rows ? owned_[first + row + 1] << 8 : 0);
     bytes.insert(bytes.end(), part.begin(), part.end());
@@ -63,13 +44,13 @@ std::uint32_t LongValueStore::storeChain(std::span<const std::uint8_t> content) 
 }
 
 void LongValueStore::release(std::span<const std::uint8_t> stored) {
-  if (stored.size() < referenceLength) return;
-  const std::uint32_t kind = get32(stored, 0) & kindMask;
-  if (kind == inlineKind) return;
-  std::uint32_t pointer = get32(stored, 4);
+  if (stored.empty()) return;
+  const auto reference = LongValueReference::read({stored, 0});
+  if (reference.kind == LongValueKind::Inline) return;
+  std::uint32_t pointer = reference.pointer;
   while (pointer != 0) {
     DataPageWriter page(pages_->page(pointer >> 8));
-    const std::uint32_t next = kind == chainKind ? get32(page.row(pointer & 0xFF), 0) : 0;
+    const std::uint32_t next = reference.kind == LongValueKind::Chain ? get32(page.row(pointer & 0xFF), 0) : 0;
     page.erase(pointer & 0xFF);
     pointer = next;
   }

@@ -12,9 +12,6 @@ namespace jet::create {
 // The long values (memo, OLE) of one column: what stands in the row, and the pages with the rest.
 class LongValueStore {
  public:
-  static constexpr std::size_t referenceLength = 12;
-  static constexpr std::size_t largestInline = 64;  // bytes
-
   explicit LongValueStore(PageArray& pages) : pages_(&pages) {}
 
   // Appends to `target` what the row holds for `content`: reference and value, or the reference alone after

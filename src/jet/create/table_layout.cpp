@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "jet/collation.h"
+#include "jet/encode/row_contents.h"
 #include "jet/error.h"
 
 namespace jet::create {
@@ -35,7 +36,7 @@ bool isAlwaysVariable(ColumnType type) {
 }
 
 std::uint16_t nextFixedOffset(const TableLayout& layout) {
-  return static_cast<std::uint16_t>(fixedBytesOf(layout.definition));
+  return static_cast<std::uint16_t>(encode::fixedBytesOf(layout.definition));
 }
 
 void checkColumn(const TableLayout& layout, const ColumnSpec& spec) {
@@ -117,15 +118,6 @@ TableLayout layoutOf(const TableSpec& spec) {
   if (spec.indexes.size() > mostIndexes) throw Error(ErrorKind::Limit, "more than 32 indexes");
   for (const IndexSpec& index : spec.indexes) appendIndex(layout, index);
   return layout;
-}
-
-std::size_t fixedBytesOf(const TableDefinition& definition) {
-  std::size_t end = 0;
-  for (const ColumnDefinition& column : definition.columns) {
-    if (!column.isFixed() || column.type == ColumnType::Boolean) continue;
-    end = std::max<std::size_t>(end, column.fixedOffset + column.length);
-  }
-  return end;
 }
 
 std::size_t findColumn(const TableDefinition& definition, const Text& name) {

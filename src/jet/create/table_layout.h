@@ -32,9 +32,6 @@ void appendColumn(TableLayout& layout, const ColumnSpec& spec);
 // The definition of a new table. Errors: Constraint, Limit, NoSuchColumn (an index over an unknown one).
 TableLayout layoutOf(const TableSpec& spec);
 
-// Bytes of the fixed area of rows written now.
-std::size_t fixedBytesOf(const TableDefinition& definition);
-
 // Position of a column by name without case. Error(NoSuchColumn).
 std::size_t findColumn(const TableDefinition& definition, const Text& name);
 

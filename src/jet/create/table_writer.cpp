@@ -6,7 +6,6 @@
 #include "jet/encode/data_page_writer.h"
 #include "jet/encode/row_encoder.h"
 #include "jet/error.h"
-#include "jet/index_key.h"
 
 namespace jet::create {
 
@@ -110,22 +109,8 @@ void TableWriter::checkKeys(const std::vector<Value>& values) {
   const TableDefinition& definition = layout_.definition;
   keys_.resize(definition.indexes.size());
   for (std::size_t i = 0; i < keys_.size(); ++i) {
-    const IndexDefinition& index = definition.indexes[i];
-    Key& key = keys_[i];
-    key.bytes.clear();
-    std::size_t nulls = 0;
-    for (const IndexColumn& part : index.columns) {
-      const ColumnDefinition& column = definition.columns[part.column];
-      if (isNull(values[part.column]) && column.type != ColumnType::Boolean) ++nulls;
-      if (!appendKey(values[part.column], column, part.descending, jet4, key.bytes)) {
-        throw Error(ErrorKind::Limit, "an indexed text holds a character without a known place in the order");
-      }
-    }
-    if (nulls > 0 && (index.flags & index_flag::required) != 0) {
-      throw Error(ErrorKind::Constraint, "a key value is missing");
-    }
-    key.exempt = nulls == index.columns.size();
-    key.stored = !(key.exempt && index.ignoresNulls());
+    makeRowKey(definition, definition.indexes[i], values, keys_[i]);
+    requireKeyValues(definition.indexes[i], keys_[i]);
   }
 }
 
@@ -137,48 +122,19 @@ void TableWriter::addKeys(RowId row) {
 
 void TableWriter::encodeContents(const std::vector<Value>& values) {
   const auto& columns = layout_.definition.columns;
-  contents_.resize(std::max(contents_.size(), columns.size()));
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    contents_[i].clear();
-    if (!isNull(values[i])) appendStored(contents_[i], values[i], columns[i]);
-  }
+  contents_.resize(columns.size());
+  for (std::size_t i = 0; i < columns.size(); ++i) contents_[i].set(values[i], columns[i]);
 }
 
 Bytes TableWriter::encode(const std::vector<Value>& values) {
   const TableDefinition& definition = layout_.definition;
   encodeContents(values);
-  // Short long values stay in the row as long as it has room for them all.
-  std::size_t length = RowAssembler::overhead(definition.maxColumns, definition.variableColumns, fixedBytes_);
-  std::size_t inlineLength = 0;
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    const ColumnDefinition& column = definition.columns[i];
-    if (column.isFixed() || isNull(values[i])) continue;
-    length += column.isLongValue() ? LongValueStore::referenceLength : contents_[i].size();
-    if (column.isLongValue() && contents_[i].size() <= LongValueStore::largestInline) {
-      inlineLength += contents_[i].size();
-    }
-  }
-  if (length > largestRow) throw Error(ErrorKind::Limit, "a row is larger than a page can hold");
-  const bool inlineAllowed = length + inlineLength <= largestRow;
-
-  RowAssembler row(definition.maxColumns, definition.variableColumns, fixedBytes_);
-  Bytes reference;
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    const ColumnDefinition& column = definition.columns[i];
-    if (isNull(values[i])) continue;
-    if (const bool* flag = std::get_if<bool>(&values[i])) {
-      if (*flag) row.markNotNull(column);
-    } else if (column.isFixed()) {
-      row.setFixed(column, contents_[i]);
-    } else if (column.isLongValue()) {
-      reference.clear();
-      longValues_.at(column.number).append(reference, contents_[i], inlineAllowed);
-      row.appendVariable(column, reference);
-    } else {
-      row.appendVariable(column, contents_[i]);
-    }
-  }
-  return row.finish();
+  const bool inlineAllowed = allowsInline(definition, fixedBytes_, contents_);
+  return assembleRow(
+      definition, fixedBytes_, variableOrder(definition), contents_, inlineAllowed,
+      [&](Bytes& target, const ColumnDefinition& column, std::span<const std::uint8_t> content) {
+        longValues_.at(column.number).append(target, content, inlineAllowed);
+      });
 }
 
 RowId TableWriter::place(std::span<const std::uint8_t> row, std::uint16_t flags) {

@@ -10,6 +10,8 @@
 #include "jet/create/page_array.h"
 #include "jet/create/table_layout.h"
 #include "jet/create/usage_map_writer.h"
+#include "jet/encode/row_contents.h"
+#include "jet/encode/row_key.h"
 #include "jet/row_id.h"
 
 namespace jet::create {
@@ -60,13 +62,8 @@ class TableWriter {
   std::vector<RowId> removed_;
   std::size_t fixedBytes_ = 0;
 
-  struct Key {
-    std::string bytes;
-    bool stored = true;
-    bool exempt = false;
-  };
-  std::vector<Key> keys_;        // of the row at hand
-  std::vector<Bytes> contents_;  // its columns
+  std::vector<RowKey> keys_;             // of the row at hand
+  std::vector<ColumnContent> contents_;  // its columns
 };
 
 }  // namespace jet::create

@@ -4,6 +4,7 @@
 
 #include "jet/encode/bytes.h"
 #include "jet/encode/data_page_writer.h"
+#include "jet/encode/usage_map_bits.h"
 #include "jet/format.h"
 
 namespace jet::create {
@@ -11,21 +12,9 @@ namespace jet::create {
 namespace {
 
 constexpr std::uint32_t globalMapPage = 1;
-constexpr std::size_t mapHeader = 5;       // type, start page
-constexpr std::uint32_t inlineBytes = 64;  // 512 pages
+constexpr std::uint32_t inlineBytes = usualMapLength - inlineMapHeader;
 constexpr std::uint32_t inlinePages = inlineBytes * 8;
 constexpr std::uint32_t largestGlobalInlineBytes = 3900;  // what page 1 has room for
-constexpr std::uint8_t inlineMap = 0, referenceMap = 1;
-constexpr std::size_t bitmapHeader = 4;
-constexpr std::uint32_t bitmapPages = (pageSize - bitmapHeader) * 8;
-
-void setBit(std::span<std::uint8_t> bitmap, std::uint32_t bit) {
-  bitmap[bit / 8] = static_cast<std::uint8_t>(bitmap[bit / 8] | 1u << bit % 8);
-}
-
-void clearBit(std::span<std::uint8_t> bitmap, std::uint32_t bit) {
-  bitmap[bit / 8] = static_cast<std::uint8_t>(bitmap[bit / 8] & ~(1u << bit % 8));
-}
 
 std::uint32_t allocateBitmap(PageArray& pages) {
   const std::uint32_t number = pages.allocate();
@@ -41,19 +30,19 @@ std::span<std::uint8_t> mapRow(PageArray& pages, std::uint32_t pointer) {
 void writeInline(std::span<std::uint8_t> row, std::uint32_t start, std::span<const std::uint32_t> members) {
   row[0] = inlineMap;
   put32(row, 1, start);
-  for (const std::uint32_t page : members) setBit(row.subspan(mapHeader), page - start);
+  for (const std::uint32_t page : members) setBit(row.subspan(inlineMapHeader), page - start);
 }
 
 void writeByReference(PageArray& pages, std::uint32_t pointer, std::span<const std::uint32_t> members) {
   mapRow(pages, pointer)[0] = referenceMap;
   for (const std::uint32_t page : members) {
-    const std::size_t entry = 1 + 4 * std::size_t{page / bitmapPages};
+    const std::size_t entry = referenceMapHeader + 4 * std::size_t{page / pagesPerBitmap};
     std::uint32_t bitmap = get32(mapRow(pages, pointer), entry);
     if (bitmap == 0) {
       bitmap = allocateBitmap(pages);
       put32(mapRow(pages, pointer), entry, bitmap);
     }
-    setBit(pages.page(bitmap).subspan(bitmapHeader), page % bitmapPages);
+    setBit(pages.page(bitmap).subspan(bitmapHeader), page % pagesPerBitmap);
   }
 }
 
@@ -62,16 +51,16 @@ void writeGlobalByReference(PageArray& pages, std::span<const std::uint8_t> empt
   DataPageWriter(pages.page(globalMapPage)).replace(0, emptyRow, 0);
   mapRow(pages, globalMapPage << 8)[0] = referenceMap;
   std::vector<std::uint32_t> bitmaps;
-  while (bitmaps.size() * bitmapPages < pages.count()) {
+  while (bitmaps.size() * pagesPerBitmap < pages.count()) {
     bitmaps.push_back(allocateBitmap(pages));
-    put32(mapRow(pages, globalMapPage << 8), 1 + 4 * (bitmaps.size() - 1), bitmaps.back());
+    put32(mapRow(pages, globalMapPage << 8), referenceMapHeader + 4 * (bitmaps.size() - 1), bitmaps.back());
     std::ranges::fill(pages.page(bitmaps.back()).subspan(bitmapHeader), std::uint8_t{0xFF});
   }
   for (std::uint32_t page = 0; page < pages.count(); ++page) {
-    clearBit(pages.page(bitmaps[page / bitmapPages]).subspan(bitmapHeader), page % bitmapPages);
+    clearBit(pages.page(bitmaps[page / pagesPerBitmap]).subspan(bitmapHeader), page % pagesPerBitmap);
   }
   for (const std::uint32_t page : pages.released()) {
-    setBit(pages.page(bitmaps[page / bitmapPages]).subspan(bitmapHeader), page % bitmapPages);
+    setBit(pages.page(bitmaps[page / pagesPerBitmap]).subspan(bitmapHeader), page % pagesPerBitmap);
   }
 }
 
@@ -82,7 +71,7 @@ UsageMapRows::UsageMapRows(PageArray& pages, std::uint32_t firstPage) : pages_(p
 }
 
 std::uint32_t UsageMapRows::add() {
-  const Bytes empty(mapHeader + inlineBytes, 0);
+  const Bytes empty(usualMapLength, 0);
   if (!DataPageWriter(pages_.page(page_)).fits(empty.size())) {
     page_ = pages_.allocate();
     DataPageWriter::format(pages_.page(page_), 0);
@@ -102,7 +91,7 @@ void writeUsageMap(PageArray& pages, std::uint32_t pointer, std::span<const std:
 
 void formatGlobalMap(PageArray& pages) {
   DataPageWriter page = DataPageWriter::format(pages.page(globalMapPage), globalMapPage);
-  const Bytes empty(mapHeader + inlineBytes, 0);
+  const Bytes empty(usualMapLength, 0);
   page.append(empty);
   page.append(empty);
 }
@@ -110,15 +99,15 @@ void formatGlobalMap(PageArray& pages) {
 void writeGlobalMap(PageArray& pages) {
   const std::uint32_t needed = std::max(inlineBytes, (pages.count() + 31) / 32 * 4);
   if (needed > largestGlobalInlineBytes) {
-    writeGlobalByReference(pages, Bytes(mapHeader + inlineBytes, 0));
+    writeGlobalByReference(pages, Bytes(usualMapLength, 0));
     return;
   }
-  Bytes row(mapHeader + needed, 0xFF);
-  std::fill_n(row.begin(), mapHeader, std::uint8_t{0});
+  Bytes row(inlineMapHeader + needed, 0xFF);
+  std::fill_n(row.begin(), inlineMapHeader, std::uint8_t{0});
   for (std::uint32_t page = 0; page < pages.count(); ++page) {
-    clearBit(std::span(row).subspan(mapHeader), page);
+    clearBit(std::span(row).subspan(inlineMapHeader), page);
   }
-  for (const std::uint32_t page : pages.released()) setBit(std::span(row).subspan(mapHeader), page);
+  for (const std::uint32_t page : pages.released()) setBit(std::span(row).subspan(inlineMapHeader), page);
   DataPageWriter(pages.page(globalMapPage)).replace(0, row, 0);
 }
 

@@ -17,6 +17,9 @@ class IndexPageWriter {
   static constexpr std::size_t capacity = pageSize - 480;  // bytes of entries, see Format::indexEntries
   static constexpr std::size_t levelOffset = 26;
 
+  // Two entries of a node, each with row and child, must fit on a page.
+  static constexpr std::size_t longestKey = capacity / 2 - 8;
+
   bool empty() const { return ends_.empty(); }
   bool fits(std::size_t length) const { return bytes_.size() + length <= capacity; }
   void append(std::string_view entry);

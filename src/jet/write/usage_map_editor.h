@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
+#include "jet/transaction.h"
 #include "jet/write/page_allocator.h"
 
 namespace jet::write {
@@ -19,6 +21,28 @@ class UsageMapEditor {
   void remove(std::uint32_t page);
 
  private:
+  // The map's row; `page` keeps its bytes.
+  struct Row {
+    PageRef page;
+    std::span<const std::uint8_t> bytes;
+  };
+  // A page's bit: on the page with the map, or on a bitmap page. `number` 0: the map has no place for it yet.
+  struct Place {
+    std::uint32_t number = 0;
+    std::size_t offset = 0;  // of the bitmap on the page
+    std::size_t bit = 0;
+  };
+
+  std::uint32_t mapPage() const { return map_ >> 8; }
+  Row row() const;
+  std::span<std::uint8_t> changeRow();
+  Place find(std::uint32_t page) const;
+  bool isSet(const Place& place) const;
+  void makePlace(std::uint32_t page);
+  bool moveStart(std::uint32_t page);
+  void turnIntoReferences();
+  void addBitmap(std::uint32_t page);
+
   Transaction& transaction_;
   PageAllocator& allocator_;
   std::uint32_t map_;
