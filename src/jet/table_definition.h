@@ -66,7 +66,7 @@ struct IndexName {
   std::size_t realIndex = 0;  // position in TableDefinition::indexes
   IndexKind kind{};
   std::uint32_t number = 0;
-  RelationEnd relation;
+  RelationEnd relation = {};
 };
 
 struct TableDefinition {

@@ -34,7 +34,8 @@ std::uint32_t LongValueStore::storeChain(std::span<const std::uint8_t> content) 
   const std::size_t rows = (content.size() + chainRowData - 1) / chainRowData;
   for (std::size_t row = 0; row < rows; ++row) addPage();
   for (std::size_t row = 0; row < rows; ++row) {
-    const auto part = content.subspan(row * chainRowData, std::min(chainRowData, content.size() - row * chainRowData));
+    const auto part =
+        content.subspan(row * chainRowData, std::min(chainRowData, content.size() - row * chainRowData));
     Bytes bytes;
     append32(bytes, row + 1 < rows ? owned_[first + row + 1] << 8 : 0);
     bytes.insert(bytes.end(), part.begin(), part.end());
@@ -50,7 +51,8 @@ void LongValueStore::release(std::span<const std::uint8_t> stored) {
   std::uint32_t pointer = reference.pointer;
   while (pointer != 0) {
     DataPageWriter page(pages_->page(pointer >> 8));
-    const std::uint32_t next = reference.kind == LongValueKind::Chain ? get32(page.row(pointer & 0xFF), 0) : 0;
+    const std::uint32_t next =
+        reference.kind == LongValueKind::Chain ? get32(page.row(pointer & 0xFF), 0) : 0;
     page.erase(pointer & 0xFF);
     pointer = next;
   }

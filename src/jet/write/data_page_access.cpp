@@ -23,7 +23,8 @@ PageRef checkedDataPage(const PageFile& file, std::uint32_t number, std::uint32_
   }
   const std::uint32_t slotsEnd = file.format().dataSlots + 2 * data.slotCount();
   reader.check(lowest >= slotsEnd, "a row lies outside its place on the page");
-  reader.check(reader.u16(freeBytesOffset) == lowest - slotsEnd, "a page states a wrong number of free bytes");
+  reader.check(reader.u16(freeBytesOffset) == lowest - slotsEnd,
+               "a page states a wrong number of free bytes");
   return page;
 }
 

@@ -63,7 +63,8 @@ std::optional<Decimal> decimal(std::string_view word) {
     number.scale = static_cast<unsigned>(word.size() - point - 1);
   }
   const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number.digits);
-  const bool whole = !digits.empty() && result.ec == std::errc() && result.ptr == digits.data() + digits.size();
+  const bool whole =
+      !digits.empty() && result.ec == std::errc() && result.ptr == digits.data() + digits.size();
   return whole ? std::optional(number) : std::nullopt;
 }
 
@@ -79,18 +80,20 @@ std::optional<std::uint64_t> digitsAt(Decimal number, unsigned scale) {
 }
 
 std::optional<Value> numberFor(const Decimal& number, const ColumnDefinition& column) {
-  const unsigned scale = column.type == ColumnType::Currency ? 4
+  const unsigned scale = column.type == ColumnType::Currency  ? 4
                          : column.type == ColumnType::Numeric ? column.scale
                                                               : 0;
   const bool isFloat = column.type == ColumnType::Single || column.type == ColumnType::Double;
   if (isFloat) {
     const double size = static_cast<double>(number.digits) / std::pow(10.0, number.scale);
     const double value = number.negative ? -size : size;
-    return column.type == ColumnType::Double ? Value(value) : Value(static_cast<float>(value));
+    if (column.type == ColumnType::Single) return static_cast<float>(value);
+    return value;
   }
   const auto digits = digitsAt(number, scale);
   if (!digits) return std::nullopt;
-  const auto value = number.negative ? -static_cast<std::int64_t>(*digits) : static_cast<std::int64_t>(*digits);
+  const auto value =
+      number.negative ? -static_cast<std::int64_t>(*digits) : static_cast<std::int64_t>(*digits);
   switch (column.type) {
     case ColumnType::Boolean:
       return value != 0;

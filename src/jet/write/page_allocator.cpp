@@ -46,7 +46,8 @@ bool PageAllocator::isFree(std::uint32_t number) {
     const std::uint32_t start = reader.u32(1);
     const std::size_t bits = (row.size() - inlineMapHeader) * 8;
     // Nothing is known of pages before the map: they are left alone.
-    return number >= start && (number - start >= bits || testBit(row.subspan(inlineMapHeader), number - start));
+    return number >= start &&
+           (number - start >= bits || testBit(row.subspan(inlineMapHeader), number - start));
   }
   const std::size_t entry = referenceMapHeader + 4 * std::size_t{number / pagesPerBitmap};
   if (entry + 4 > row.size() || reader.u32(entry) == 0) return true;
@@ -82,7 +83,8 @@ std::uint32_t PageAllocator::allocate() {
 }
 
 void PageAllocator::release(std::uint32_t number) {
-  if (number < firstPage) throw Error(ErrorKind::Damaged, "a page that is always in use was to be given back", number);
+  if (number < firstPage)
+    throw Error(ErrorKind::Damaged, "a page that is always in use was to be given back", number);
   std::ranges::fill(transaction_.change(number, globalPage).first(4), std::uint8_t{0});
   setFree(number, true);
   searchFrom_ = std::min(searchFrom_, number);

@@ -97,9 +97,8 @@ void Relations::checkErase(std::span<const Value> before) {
 void Relations::checkUpdate(std::span<const Value> before, std::span<const Value> after,
                             const std::vector<bool>& changed) {
   for (const auto& relation : relations_) {
-    const bool touched = std::ranges::any_of(relation->ownIndex.columns, [&](const IndexColumn& part) {
-      return changed[part.column];
-    });
+    const bool touched = std::ranges::any_of(relation->ownIndex.columns,
+                                             [&](const IndexColumn& part) { return changed[part.column]; });
     if (!touched || relation->keyOnOtherSide(before) == relation->keyOnOtherSide(after)) continue;
     if (relation->name.relation.role == Role::Referencing) requireReferenced(*relation, after);
     if (relation->name.relation.role == Role::Referenced) requireUnreferenced(*relation, before);

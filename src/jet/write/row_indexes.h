@@ -25,7 +25,8 @@ class RowIndexes {
   // the index takes none), Limit (a key too long), NotWritable.
   void planInsert(std::span<const Value> after);
   void planErase(std::span<const Value> before);
-  // `changed`: the columns with another value; only the values of indexes that have one of them are looked at.
+  // `changed`: the columns with another value; only the values of indexes that have one of them are looked
+  // at.
   void planUpdate(std::span<const Value> before, std::span<const Value> after,
                   const std::vector<bool>& changed);
   // Whether an index has one of these columns.

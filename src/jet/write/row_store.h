@@ -5,7 +5,6 @@
 #include <set>
 #include <span>
 
-
 #include "jet/encode/data_page_writer.h"
 #include "jet/row_id.h"
 #include "jet/transaction.h"

@@ -133,9 +133,9 @@ struct TableWriter::State {
     for (std::size_t i = 0; i < contents.size(); ++i) {
       const ColumnDefinition& column = definition.columns[i];
       if (!column.isLongValue() || column.longValueOwnedMap != 0 || contents[i].bytes.empty()) continue;
-      const bool outside = contents[i].isReference
-                               ? !inlineAllowed
-                               : kindOfLongValue(contents[i].bytes.size(), inlineAllowed) != LongValueKind::Inline;
+      const bool outside = contents[i].isReference ? !inlineAllowed
+                                                   : kindOfLongValue(contents[i].bytes.size(),
+                                                                     inlineAllowed) != LongValueKind::Inline;
       if (outside) refuse("there is no map for the pages of its long values", column);
     }
     return inlineAllowed;
