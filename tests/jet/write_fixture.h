@@ -59,6 +59,19 @@ struct Writable : Created {
     return result;
   }
 
+  // Puts something into the file behind the engine's back. `work` gets the bytes of a page.
+  void patch(std::uint32_t page, const std::function<void(std::span<std::uint8_t>)>& work) {
+    auto bytes = content();
+    work(std::span(bytes).subspan(std::size_t{page} * 4096, 4096));
+    replaceContent(std::move(bytes));
+  }
+  void replaceContent(std::vector<std::uint8_t> bytes) {
+    database.reset();
+    files.put("new.mdb", std::move(bytes));
+    database = std::make_unique<jet::Database>(files, "new.mdb");
+  }
+  std::uint32_t definitionPage(const jet::Text& table) { return database->table(table).definition().page; }
+
   const std::vector<std::uint8_t>& content() { return files.at("new.mdb").content; }
   jet::Value value(const jet::Text& table, jet::RowId row, std::size_t column) {
     return database->table(table).fetch(row).value(column);
@@ -69,6 +82,19 @@ struct Writable : Created {
     std::vector<jet::RowId> rows;
     EXPECT_TRUE(database->table(table).index(index).lookup(key, rows));
     return rows;
+  }
+};
+
+// Where the sections of a definition on one page stand, for faults to be planted.
+struct DefinitionOffsets {
+  std::size_t columns, logicalIndexes;  // of the first one; 25 and 28 bytes each
+
+  explicit DefinitionOffsets(std::span<const std::uint8_t> page) {
+    const std::size_t count = u16At(page, 45), trees = u32At(page, 51);
+    columns = 63 + 12 * trees;
+    std::size_t at = columns + 25 * count;
+    for (std::size_t i = 0; i < count; ++i) at += 2 + u16At(page, at);
+    logicalIndexes = at + 52 * trees;
   }
 };
 

@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
+#include <random>
 
+#include "jet/check_findings.h"
+#include "jet/long_value.h"
+#include "jet/worn_database.h"
 #include "jet/write_fixture.h"
 
 namespace jet {
@@ -75,6 +79,215 @@ TEST(WriteRows, EveryTypeComesBackAsItWasGiven) {
   }
   EXPECT_EQ(file.rows(u"T"), expected);
   EXPECT_EQ(file.database->table(u"T").definition().rowCount, 2002u);
+}
+
+// Where the content of a memo or OLE value went.
+LongValueReference referenceOf(Writable& file, RowId row, std::size_t column) {
+  const Row found = file.database->table(u"T").fetch(row);
+  return LongValueReference::read({*found.stored(column), row.page});
+}
+
+TEST(WriteRows, LongValuesOfEverySizeStandWhereTheyShould) {
+  DatabaseBuilder builder;
+  builder.addTable({.name = u"T",
+                    .columns = {column(u"Nr", ColumnType::Long), column(u"Memo", ColumnType::Memo),
+                                column(u"Bild", ColumnType::Ole)},
+                    .indexes = {{.name = u"Memo", .columns = {u"Memo"}}}});
+  Writable file(builder);
+  const std::map<std::size_t, LongValueKind> kinds = {
+      {0, LongValueKind::Inline},   {1, LongValueKind::Inline},    {64, LongValueKind::Inline},
+      {65, LongValueKind::OneRow},  {4076, LongValueKind::OneRow}, {4077, LongValueKind::Chain},
+      {8144, LongValueKind::Chain}, {8145, LongValueKind::Chain},  {20'000, LongValueKind::Chain}};
+  std::map<std::size_t, RowId> rows;
+  for (const auto& [size, kind] : kinds) {
+    const Text text(size / 2, u'Ω');
+    const RowId row = file.insert(u"T", given({std::int32_t(size), text, Bytes(size, 7)}));
+    rows[size] = row;
+    EXPECT_EQ(referenceOf(file, row, 2).kind, kind) << size;
+    EXPECT_EQ(file.value(u"T", row, 1), Value(text)) << size;
+    EXPECT_EQ(file.value(u"T", row, 2), Value(Bytes(size, 7))) << size;
+  }
+  // Compressed where that is shorter and possible: 2 bytes, then one for each of up to 1024 characters.
+  for (const std::size_t characters : {2u, 3u, 62u, 63u, 1024u, 1025u}) {
+    const Text text(characters, u'ä');
+    const RowId row = file.insert(u"T", given({Null{}, text, Null{}}));
+    const bool compressed = characters >= 3 && characters <= 1024;
+    EXPECT_EQ(referenceOf(file, row, 1).length, compressed ? characters + 2 : 2 * characters);
+    EXPECT_EQ(file.value(u"T", row, 1), Value(text));
+  }
+  // Every size becomes every other; the space of the old values is used again.
+  for (const auto& [from, row] : rows) {
+    for (const auto& [to, kind] : kinds) {
+      file.update(u"T", row, {std::nullopt, Value(Text(to / 2, u'Ж')), Value(Bytes(to, 9))});
+      EXPECT_EQ(file.value(u"T", row, 1), Value(Text(to / 2, u'Ж')));
+      EXPECT_EQ(file.value(u"T", row, 2), Value(Bytes(to, 9)));
+      file.update(u"T", row, {std::nullopt, std::nullopt, Value(Null{})});
+      EXPECT_EQ(file.value(u"T", row, 1), Value(Text(to / 2, u'Ж'))) << "the other value stays";
+    }
+  }
+  for (const auto& [size, row] : rows) file.erase(u"T", row);
+  EXPECT_EQ(file.rows(u"T").size(), 6u);
+}
+
+TEST(WriteRows, MemosLeaveARowThatHasNoRoomForThem) {
+  create::TableSpec spec{.name = u"T"};
+  for (std::size_t i = 0; i < 15; ++i) {
+    spec.columns.push_back({.name = numbered(u'T', i), .type = ColumnType::Text, .compressed = false});
+  }
+  spec.columns.push_back({.name = u"M1", .type = ColumnType::Memo, .compressed = false});
+  spec.columns.push_back({.name = u"M2", .type = ColumnType::Memo, .compressed = false});
+  DatabaseBuilder builder;
+  builder.addTable(spec);
+  Writable file(builder);
+  write::RowValues values(17);
+  values[15] = values[16] = Value(Text(32, u'm'));
+  const RowId row = file.insert(u"T", values);
+  EXPECT_EQ(referenceOf(file, row, 15).kind, LongValueKind::Inline);
+  const auto fill = [](std::size_t columns, std::size_t last) {
+    write::RowValues texts(17);
+    for (std::size_t i = 0; i < columns; ++i) texts[i] = Value(Text(255, u't'));
+    texts[columns] = Value(Text(last, u't'));
+    return texts;
+  };
+  file.update(u"T", row, fill(7, 170));  // 3910 bytes of text: the unchanged memos go
+  EXPECT_EQ(referenceOf(file, row, 15).kind, LongValueKind::OneRow);
+  EXPECT_EQ(file.value(u"T", row, 16), Value(Text(32, u'm')));
+  EXPECT_EQ(file.value(u"T", row, 7), Value(Text(170, u't')));
+  const auto [kind, reason] = file.refusal(u"T", [&](auto& writer) { writer.update(row, fill(7, 255)); });
+  EXPECT_EQ(kind, ErrorKind::Limit);
+}
+
+// The first row and column that is not as expected; empty if there is none.
+std::string firstDifference(Writable& file, const std::map<RowId, std::vector<Value>>& expected) {
+  const Table& table = file.database->table(u"Personen");
+  TableScan scan = table.scan();
+  auto next = expected.begin();
+  for (Row row; scan.next(row); ++next) {
+    if (next == expected.end() || row.id() != next->first) return "another row " + checkName(row.id());
+    for (std::size_t i = 0; i < next->second.size(); ++i) {
+      if (row.value(i) != next->second[i]) return checkName(row.id()) + ", column " + std::to_string(i);
+    }
+  }
+  return next == expected.end() ? "" : "missing row " + checkName(next->first);
+}
+
+// Random changes of a worn table: moved rows, deleted and added columns, long values of all kinds.
+class WornTable : public testing::TestWithParam<unsigned> {};
+
+TEST_P(WornTable, StaysRightThroughManyChanges) {
+  jet::test::WornDatabase worn = jet::test::makeWornDatabase();
+  DatabaseBuilder unused;
+  Writable file(unused);
+  file.replaceContent(worn.file);
+  auto& model = worn.persons;
+  const auto assignments = file.rows(u"Zuordnung");
+  std::mt19937 random(GetParam());
+  const auto below = [&](std::size_t limit) { return static_cast<std::size_t>(random() % limit); };
+  const auto columns = file.database->table(u"Personen").definition().columns;
+  const auto columnOf = [&](const char16_t* name) {
+    return static_cast<std::size_t>(std::ranges::find(columns, Text(name), &ColumnDefinition::name) -
+                                    columns.begin());
+  };
+  const std::size_t name = columnOf(u"Namen"), memo = columnOf(u"Notiz"), raw = columnOf(u"Roh"),
+                    truth = columnOf(u"Geprüft"), late = columnOf(u"Nachtrag"), width = columns.size();
+  const auto randomValues = [&] {
+    write::RowValues values(width);
+    if (below(2) == 0) values[name] = Value(Text(1 + below(119), static_cast<char16_t>(u'a' + below(26))));
+    if (below(3) == 0) values[memo] = below(4) == 0 ? Value(Null{}) : Value(Text(below(6000), u'ß'));
+    if (below(3) == 0) values[raw] = Value(Bytes(below(20), 3));
+    if (below(2) == 0) values[truth] = Value(below(2) == 0);
+    if (below(3) == 0) values[late] = Value(Text(below(50), u'n'));
+    return values;
+  };
+  for (int round = 0; round < 12; ++round) {
+    file.change(u"Personen", [&](auto& writer) {
+      for (int step = 0; step < 25; ++step) {
+        const std::size_t kind = below(4);
+        const auto values = randomValues();
+        if (kind == 0 || model.size() < 5) {
+          std::vector<Value> expected(width, Value(Null{}));
+          for (std::size_t i = 0; i < width; ++i) {
+            if (columns[i].type == ColumnType::Boolean) expected[i] = false;
+            if (values[i]) expected[i] = *values[i];
+          }
+          const RowId row = writer.insert(values);
+          expected[0] = writer.lastAutoNumber();
+          ASSERT_TRUE(model.emplace(row, expected).second);
+          continue;
+        }
+        const auto row = std::next(model.begin(), static_cast<std::ptrdiff_t>(below(model.size())));
+        if (kind == 1) {
+          writer.erase(row->first);
+          model.erase(row);
+        } else {
+          writer.update(row->first, values);
+          for (std::size_t i = 0; i < width; ++i) {
+            if (values[i]) row->second[i] = *values[i];
+          }
+        }
+      }
+    });
+    ASSERT_EQ(firstDifference(file, model), "");
+  }
+  EXPECT_EQ(file.rows(u"Zuordnung"), assignments);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, WornTable, testing::Values(1u, 2u, 3u));
+
+TEST(WriteRows, ARowMovesOnAndComesHome) {
+  DatabaseBuilder builder;
+  auto& table = builder.addTable({.name = u"T",
+                                  .columns = {column(u"Nr", ColumnType::Long), column(u"A", ColumnType::Text),
+                                              column(u"B", ColumnType::Text), column(u"C", ColumnType::Text)},
+                                  .indexes = {{.name = u"Nr", .columns = {u"Nr"}, .unique = true}}});
+  std::vector<RowId> ids;
+  for (int i = 0; i < 40; ++i) ids.push_back(table.insert({std::int32_t{i}, Text(60, u'Ω'), Null{}, Null{}}));
+  Writable file(builder);
+  const Text wide(250, u'Ω');
+  const RowId row = ids[3];
+  const auto bodyPage = [&] {
+    const auto slot = slotAt(file.page(row.page), row.slot);
+    return slot.size() == 4 ? u32At(slot, 0) >> 8 : row.page;
+  };
+  file.update(u"T", row, {std::nullopt, std::nullopt, wide, std::nullopt});
+  const std::uint32_t first = bodyPage();
+  EXPECT_NE(first, row.page);
+  // Its new page fills up, so it has to move again.
+  for (int i = 0; i < 12; ++i)
+    file.insert(u"T", given({std::int32_t{100 + i}, Text(150, u'Ω'), Null{}, Null{}}));
+  file.update(u"T", row, {std::nullopt, std::nullopt, std::nullopt, wide});
+  EXPECT_NE(bodyPage(), first);
+  EXPECT_EQ(file.value(u"T", row, 3), Value(wide));
+  // Room on its first page, and a growth that fits nowhere else.
+  for (const std::size_t i : {4u, 5u, 6u, 7u, 8u, 9u, 10u, 11u, 12u, 13u, 14u}) file.erase(u"T", ids[i]);
+  file.update(u"T", row, {std::nullopt, Value(wide), std::nullopt, std::nullopt});
+  EXPECT_EQ(file.find(u"T", 0, {std::int32_t{3}}), std::vector<RowId>{row});
+  EXPECT_EQ(file.value(u"T", row, 1), Value(wide));
+  file.erase(u"T", row);
+  EXPECT_EQ(file.rows(u"T").size(), 40u);
+}
+
+TEST(WriteRows, UnchangedColumnsKeepTheirStoredBytes) {
+  DatabaseBuilder builder;
+  const double odd = 39'000.123456789012345;
+  auto& table =
+      builder.addTable({.name = u"T",
+                        .columns = {column(u"Datum", ColumnType::DateTime), column(u"Name", ColumnType::Text),
+                                    column(u"M", ColumnType::Memo)},
+                        .indexes = {{.name = u"Datum", .columns = {u"Datum", u"Name"}}}});
+  const RowId row = table.insert({DateTime{odd}, Text(u"abc"), Text(500, u'm')});
+  Writable file(builder);
+  const auto stored = [&](std::size_t column) {
+    const Row found = file.database->table(u"T").fetch(row);
+    return hexOf(*found.stored(column));
+  };
+  const std::string date = stored(0), memo = stored(2);
+  file.update(u"T", row, {std::nullopt, Value(Text(u"xyz")), Value(Text(500, u'm'))});
+  EXPECT_EQ(stored(0), date);
+  EXPECT_EQ(stored(2), memo);  // an equal value stays where it is
+  const auto before = file.content();
+  file.update(u"T", row, {Value(DateTime{odd}), Value(Text(u"xyz")), std::nullopt});
+  EXPECT_EQ(file.content(), before);
 }
 
 }  // namespace

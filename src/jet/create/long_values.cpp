@@ -36,9 +36,9 @@ std::uint32_t LongValueStore::storeChain(std::span<const std::uint8_t> content) 
   for (std::size_t row = 0; row < rows; ++row) {
     const auto part =
         content.subspan(row * chainRowData, std::min(chainRowData, content.size() - row * chainRowData));
-    Bytes bytes;
-    append32(bytes, row + 1 < rows ? owned_[first + row + 1] << 8 : 0);
-    bytes.insert(bytes.end(), part.begin(), part.end());
+    Bytes bytes(chainLinkLength + part.size());
+    put32(bytes, 0, row + 1 < rows ? owned_[first + row + 1] << 8 : 0);
+    std::ranges::copy(part, bytes.begin() + chainLinkLength);
     DataPageWriter(pages_->page(owned_[first + row])).append(bytes);
   }
   return owned_[first] << 8;

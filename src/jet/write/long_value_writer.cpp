@@ -30,8 +30,8 @@ std::uint32_t LongValueWriter::storeChain(std::span<const std::uint8_t> content)
   Bytes piece;
   for (std::size_t offset = 0; offset < content.size(); offset += chainRowData) {
     const auto part = content.subspan(offset, std::min(chainRowData, content.size() - offset));
-    piece.assign(chainLinkLength, 0);
-    piece.insert(piece.end(), part.begin(), part.end());
+    piece.assign(chainLinkLength + part.size(), 0);
+    std::ranges::copy(part, piece.begin() + chainLinkLength);
     const RowId place = rows_.append(piece);
     if (first == 0) {
       first = place.pointer();
