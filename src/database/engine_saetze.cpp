@@ -29,6 +29,70 @@ constexpr std::array kZurDatei{
          u"Ein Seitenverzeichnis auf Seite %1 nennt Seiten, die hinter dem Ende der Datei liegen."},
 };
 
+// Why a record or a table cannot be changed.
+constexpr std::array kZumSchreiben{
+    Satz{u"the connection was opened for reading only", u"sie wurde nur zum Lesen geöffnet"},
+    Satz{u"only files of Jet 4 that are not encoded are written",
+         u"geändert werden nur unverschlüsselte Datenbanken ab Access 2000"},
+    Satz{u"only rows of one table without an order are changed",
+         u"geändert werden nur Datensätze einer einzelnen Tabelle ohne Sortierung"},
+    Satz{u"a check found an error in the table: (.+)",
+         u"eine Prüfung hat in ihr einen Fehler gefunden, bitte die Datenbank in Verbindo reparieren und "
+         u"komprimieren (Einzelheit für den Programmierer: %1)"},
+    Satz{u"more indexes than a table can have", u"sie hat mehr Indizes, als eine Tabelle haben kann"},
+    Satz{u"the order of an index is not known: index (.+)",
+         u"nach welcher Ordnung ihr Index %1 sortiert ist, ist nicht bekannt"},
+    Satz{u"a column of an unknown type: column (.+)", u"das Feld %1 ist von unbekannter Art"},
+    Satz{
+        u"(?:automatic numbers in a column of another type|an automatic number of another kind): column (.+)",
+        u"das Feld %1 hat eine Art von automatischen Nummern, die hier nicht vergeben werden kann"},
+    Satz{u"a column whose length does not fit its type: column (.+)",
+         u"die Länge des Feldes %1 passt nicht zu seiner Art"},
+    Satz{u"a column that reaches into another: column (.+)",
+         u"das Feld %1 überschneidet sich mit einem anderen"},
+    Satz{u"a default value that cannot be computed: column (.+)",
+         u"der Standardwert des Feldes %1 kann hier nicht berechnet werden"},
+    Satz{u"a text or binary of fixed length: column (.+)", u"das Feld %1 hat eine feste Länge"},
+    Satz{u"there is no map for the pages of its long values: column (.+)",
+         u"für das Feld %1 fehlt das Verzeichnis seiner langen Texte"},
+    Satz{u"an indexed text holds a character without a known place in the order: column (.+)",
+         u"das Feld %1 enthält ein Zeichen, dessen Platz im Index nicht bekannt ist"},
+    Satz{u"the other side of a relation is missing: relation (.+)",
+         u"zur Beziehung %1 fehlt die andere Tabelle"},
+    Satz{u"the two sides of a relation do not fit: relation (.+)",
+         u"die beiden Seiten der Beziehung %1 passen nicht zueinander"},
+    Satz{u"a relation of an unknown kind: relation (.+)", u"die Beziehung %1 ist von unbekannter Art"},
+    Satz{u"the change would have to be passed on to other rows: relation (.+)",
+         u"wegen der Beziehung %1 müssten andere Datensätze mitgeändert werden"},
+    Satz{u"the row refers to one that does not exist: relation (.+)",
+         u"zur Beziehung %1 fehlt der zugehörige Datensatz der anderen Tabelle"},
+    Satz{u"other rows still refer to this one: relation (.+)",
+         u"wegen der Beziehung %1 wird der Datensatz noch gebraucht"},
+    Satz{u"a required value is missing: column (.+)", u"das Feld %1 muss ausgefüllt sein"},
+    Satz{u"an empty text where none is allowed: column (.+)", u"das Feld %1 darf kein leerer Text sein"},
+    Satz{u"a key stands twice: index (.+)", u"im Index %1 gibt es diesen Wert schon"},
+    Satz{u"a key value is missing: column (.+)",
+         u"das Feld %1 gehört zum Schlüssel und darf nicht leer sein"},
+    Satz{u"a key is too long: index (.+)", u"der Wert ist zu lang für den Index %1"},
+    Satz{u"an index key is too long for its page", u"ein Wert ist zu lang für seinen Index"},
+    Satz{u"an index tree grows too deep", u"ein Index hat zu viele Stufen"},
+    Satz{u"there are no automatic numbers left: column (.+)",
+         u"für das Feld %1 sind keine automatischen Nummern mehr frei"},
+    Satz{u"the value does not have the column's type: column (.+)",
+         u"der Wert ist nicht von der Art des Feldes %1"},
+    Satz{u"the number is out of the column's range: column (.+)", u"die Zahl ist zu groß für das Feld %1"},
+    Satz{u"the value is longer than the column: column (.+)", u"der Wert ist zu lang für das Feld %1"},
+    Satz{u"the number has another scale: column (.+)",
+         u"die Zahl hat zu viele Nachkommastellen für das Feld %1"},
+    Satz{u"the number has too many digits: column (.+)", u"die Zahl hat zu viele Ziffern für das Feld %1"},
+    Satz{u"a row needs one value, or none, per column", u"die Zahl der Werte ist nicht die Zahl der Felder"},
+    Satz{u"a row is larger than a page can hold", u"der Datensatz ist zu groß"},
+    Satz{u"there is no room for the pointer to a moved row",
+         u"für den Datensatz ist kein Platz auf seiner Seite"},
+    Satz{u"a long value is larger than 1 GiB", u"ein langer Text ist größer als 1 GB"},
+    Satz{u"the file would grow beyond 2 GiB", u"die Datei würde größer als 2 GB"},
+};
+
 // What is wrong with a query.
 constexpr std::array kZurAbfrage{
     Satz{u"there is no table (.+)", u"%1"},
@@ -114,6 +178,7 @@ std::optional<QString> mitErwartung(const QString& satz) {
 QString aufDeutsch(const std::string& satz) {
   const QString englisch = QString::fromStdString(satz);
   if (const auto deutsch = ausTafel(kZurDatei, englisch)) return *deutsch;
+  if (const auto deutsch = ausTafel(kZumSchreiben, englisch)) return *deutsch;
   if (const auto deutsch = mitErwartung(englisch)) return *deutsch;
   return ausTafel(kZurAbfrage, englisch).value_or(englisch);
 }

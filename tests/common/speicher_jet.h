@@ -31,10 +31,9 @@ class SpeicherJet : public jet::FileSystem {
   std::int64_t fremdeSchreibzeit = 0;  // added to the time of the last change
 
   int besetzteVersuche = 0;  // so many attempts to take a file for writing fail: another program has it open
-  std::set<QString> mitBenutzern;                  // users' files on which another program holds a lock
-  std::optional<jet::ErrorKind> schreibfehler;     // every writing from now on
-  std::function<void()> vorDemSchreiben;           // a file has been taken and is about to be written
-  std::function<void(const QString&)> beimNehmen;  // a file is about to be taken
+  std::set<QString> mitBenutzern;                       // users' files on which another program holds a lock
+  std::optional<jet::ErrorKind> schreibfehler;          // every writing from now on
+  std::function<void(const QString&)> vorDemSchreiben;  // the file that is about to be written
 
   std::unique_ptr<jet::File> openShared(const std::filesystem::path& pfad) override {
     ++oeffnungen;
@@ -115,7 +114,6 @@ class SpeicherJet : public jet::FileSystem {
     }
 
     void acquire() override {
-      if (jet_.beimNehmen) jet_.beimNehmen(alsName(pfad_));
       if (jet_.besetzteVersuche > 0) {
         --jet_.besetzteVersuche;
         throw jet::Error(jet::ErrorKind::Busy, "another program has it open");
@@ -128,7 +126,7 @@ class SpeicherJet : public jet::FileSystem {
       if (std::exchange(genommen_, false)) zustand().genommen = false;
     }
     void write(std::uint64_t stelle, std::span<const std::uint8_t> stueck) override {
-      if (jet_.vorDemSchreiben) jet_.vorDemSchreiben();
+      if (jet_.vorDemSchreiben) jet_.vorDemSchreiben(alsName(pfad_));
       QByteArray& bytes = zumSchreiben();
       const auto ende = static_cast<qsizetype>(stelle + stueck.size());
       if (bytes.size() < ende) bytes.append(ende - bytes.size(), '\0');

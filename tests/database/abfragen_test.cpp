@@ -1,7 +1,4 @@
-#include <gtest/gtest.h>
-
-#include "common/testprogramm.h"
-#include "database/datenbank_routinen.h"
+#include "database/datenbankwelt.h"
 
 using namespace Qt::StringLiterals;
 
@@ -10,7 +7,7 @@ namespace {
 
 const QString kDatenbank = u"/prog/Verbindo.mdb"_s;
 
-class AbfragenTest : public testing::Test {
+class AbfragenTest : public testing::Test, protected test::Datenbankwelt {
  protected:
   AbfragenTest() {
     test::VerbindoDatenbank datenbank;
@@ -26,13 +23,6 @@ class AbfragenTest : public testing::Test {
     return routinen.SnapshotOeffnen(*verbindung, abfrage, sql, meldungZeigen, nurMitDatensaetzen, fehler);
   }
 
-  test::Testprogramm programm;
-  Protokoll protokoll{programm.dateien, programm.uhr, programm.werte.ProgrammOrdner};
-  DateienFinden dateien{programm.dateien,     protokoll,    programm.meldungen,
-                        programm.oberflaeche, programm.uhr, programm.werte.ProgrammOrdner};
-  jet::FilePool jetDateien{programm.jet};
-  DatenbankRoutinen routinen{jetDateien,           dateien,     protokoll, programm.meldungen,
-                             programm.oberflaeche, programm.uhr};
   std::unique_ptr<Verbindung> verbindung;
   std::optional<Abfrage> abfrage;
   std::optional<Tabelle> tabelle;
@@ -179,6 +169,7 @@ TEST_F(AbfragenTest, AStaleCountOfRowsIsOneGermanLineInTheLog) {
 }
 
 TEST_F(AbfragenTest, DirectOpeningThrowsTheTypedError) {
+  verbindung.reset();
   programm.jet.gesperrteOeffnungen = 1;
   try {
     routinen.direktOeffnen(kDatenbank, true);
@@ -195,6 +186,8 @@ TEST_F(AbfragenTest, TheStampTellsWhetherSomebodyWrote) {
   ++programm.jet.fremdeSchreibzeit;
   EXPECT_NE(routinen.stand(kDatenbank), verbindung->anfangsstand());
   programm.jet.gesperrteOeffnungen = 1;
+  EXPECT_NE(routinen.stand(kDatenbank), std::nullopt) << "this program has it open already";
+  verbindung.reset();
   EXPECT_EQ(routinen.stand(kDatenbank), std::nullopt);
 }
 

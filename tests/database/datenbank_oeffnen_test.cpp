@@ -1,7 +1,4 @@
-#include <gtest/gtest.h>
-
-#include "common/testprogramm.h"
-#include "database/datenbank_routinen.h"
+#include "database/datenbankwelt.h"
 
 using namespace Qt::StringLiterals;
 
@@ -25,7 +22,7 @@ const QString kWiederhergestellt =
     "Tageskontrolle oder aus dem Protokoll der Behandlungen, ob die zuletzt eingegebenen Behandlungen "
     "vorhanden sind."_s;
 
-class DatenbankOeffnenTest : public testing::Test {
+class DatenbankOeffnenTest : public testing::Test, protected test::Datenbankwelt {
  protected:
   DatenbankOeffnenTest() {
     datenbank.gruppe(1, u"Milchlieferanten").person({.id = 1, .namen = u"Maier Hans"}).mitglied(1, 1, 100);
@@ -50,15 +47,8 @@ class DatenbankOeffnenTest : public testing::Test {
     return static_cast<int>(programm.protokoll().filter(text).size());
   }
 
-  test::Testprogramm programm;
   test::VerbindoDatenbank datenbank;
   std::vector<std::uint8_t> bytes;
-  Protokoll protokoll{programm.dateien, programm.uhr, programm.werte.ProgrammOrdner};
-  DateienFinden dateien{programm.dateien,     protokoll,    programm.meldungen,
-                        programm.oberflaeche, programm.uhr, programm.werte.ProgrammOrdner};
-  jet::FilePool jetDateien{programm.jet};
-  DatenbankRoutinen routinen{jetDateien,           dateien,     protokoll, programm.meldungen,
-                             programm.oberflaeche, programm.uhr};
   std::unique_ptr<Verbindung> verbindung;
 };
 

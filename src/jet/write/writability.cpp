@@ -90,7 +90,7 @@ void requireSound(PageFile& file, const Table& table) {
   PageOwners owners(file.pageCount(), findings);
   CheckedPlaces places{owners, owners.add("the usage maps"), {}, {}};
   checkTable(table, places, findings);
-  if (!report.errors.empty()) refuse(report.errors.front());
+  if (!report.errors.empty()) refuse("a check found an error in the table: " + report.errors.front());
   file.setProvenSound(definition.page);
 }
 
