@@ -87,8 +87,7 @@ struct TableWriter::State {
     const ColumnDefinition& column = definition.columns[position];
     const bool generate = column.isAutoNumber() && (!given || isNull(*given));
     if (!generate) return rules.checked(given ? *given : rules.defaultOf(position), position);
-    // An automatic number with a default is one of those that Access draws by lot.
-    if (!isNull(rules.defaultOf(position))) refuse("an automatic number of another kind", column);
+    rules.defaultOf(position);  // refuses the kind of automatic numbers that Access draws by lot
     const std::int32_t last = counters.lastAutoNumber();
     if (last == std::numeric_limits<std::int32_t>::max()) {
       throw Error(ErrorKind::Limit, "there are no automatic numbers left: column " + toUtf8(column.name));
