@@ -7,7 +7,8 @@ namespace jet::fuzz {
 std::span<const Target> targets() {
   static constexpr std::array all{Target{"opening", runOpening}, Target{"check", runCheck},
                                   Target{"scan", runScan},       Target{"index", runIndex},
-                                  Target{"journal", runJournal}, Target{"sql", runSql}};
+                                  Target{"journal", runJournal}, Target{"sql", runSql},
+                                  Target{"write", runWrite}};
   return all;
 }
 

@@ -36,5 +36,6 @@ void runScan(Input input);     // every value of every row of a table, by scan a
 void runIndex(Input input);    // every index of a table: walk and lookup
 void runJournal(Input input);  // recovery with a journal, and a file as a crash may leave it
 void runSql(Input input);      // a query
+void runWrite(Input input);    // changes of rows in a file that may be damaged
 
 }  // namespace jet::fuzz
