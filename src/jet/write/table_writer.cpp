@@ -1,80 +1,56 @@
 #include "jet/write/table_writer.h"
 
 #include <limits>
-#include <map>
 #include <utility>
 
-#include "jet/encode/bytes.h"
-#include "jet/encode/long_value_encoder.h"
-#include "jet/encode/row_contents.h"
 #include "jet/error.h"
 #include "jet/properties.h"
 #include "jet/table.h"
 #include "jet/text_codec.h"
 #include "jet/write/column_rules.h"
 #include "jet/write/definition_counters.h"
-#include "jet/write/long_value_writer.h"
 #include "jet/write/relations.h"
+#include "jet/write/row_builder.h"
 #include "jet/write/row_indexes.h"
 #include "jet/write/row_places.h"
-#include "jet/write/row_store.h"
 #include "jet/write/writability.h"
 
 namespace jet::write {
 
-using namespace encode;
-
-namespace {
-
-[[noreturn]] void refuse(const char* reason, const ColumnDefinition& column) {
-  throw Error(ErrorKind::NotWritable, std::string(reason) + ": column " + toUtf8(column.name));
-}
-
-}  // namespace
-
+// Every change goes the same way: the new values and keys are computed and checked, with the table as it is;
+// only then pages change.
 struct TableWriter::State {
-  Transaction& transaction;
   PageAllocator allocator;
   Table table;
   const TableDefinition& definition;
   ColumnRules rules;
   DefinitionCounters counters;
   RowPlaces rows;
+  RowBuilder builder;
   RowIndexes indexes;
   Relations relations;
-  std::map<std::uint16_t, LongValueWriter> longValues;  // by column number
-  std::size_t fixedBytes;
-  std::vector<std::size_t> variables;
   std::int32_t lastAutoNumber = 0;
 
-  // Of the change at hand; beside the columns.
+  // Of the change at hand, beside the columns.
   std::vector<Value> before, after;
   std::vector<bool> changed;
-  std::vector<ColumnContent> contents;
-  std::vector<Bytes> abandoned;  // what the row held for long values that go
 
-  State(Transaction& change, const TableEntry& entry, const Bytes& properties)
-      : transaction(change),
-        allocator(change),
-        table(change.file(), entry.name, readTableDefinition(change.file(), entry.definitionPage), {}),
+  State(Transaction& transaction, const TableEntry& entry, const Bytes& properties)
+      : allocator(transaction),
+        table(transaction.file(), entry.name, readTableDefinition(transaction.file(), entry.definitionPage),
+              {}),
         definition(table.definition()),
         rules(definition, readColumnProperties(properties, definition)),
-        counters(change, definition.page),
-        rows(change, allocator, definition),
-        indexes(change, allocator, definition),
-        relations(change, allocator, definition),
-        fixedBytes(fixedBytesOf(definition)),
-        variables(variableOrder(definition)),
+        counters(transaction, definition.page),
+        rows(transaction, allocator, definition),
+        builder(transaction, allocator, definition),
+        indexes(transaction, allocator, definition),
+        relations(transaction, allocator, definition),
         before(definition.columns.size()),
         after(definition.columns.size()),
-        changed(definition.columns.size()),
-        contents(definition.columns.size()) {
+        changed(definition.columns.size()) {
     requireMaintainable(table);
-    requireSound(change.file(), table);
-    for (const ColumnDefinition& column : definition.columns) {
-      if (!column.isLongValue()) continue;
-      longValues.try_emplace(column.number, change, allocator, column, definition.page);
-    }
+    requireSound(transaction.file(), table);
   }
 
   void requireWidth(const RowValues& values) const {
@@ -83,16 +59,19 @@ struct TableWriter::State {
     }
   }
 
-  Value newValue(const std::optional<Value>& given, std::size_t position) {
-    const ColumnDefinition& column = definition.columns[position];
-    const bool generate = column.isAutoNumber() && (!given || isNull(*given));
-    if (!generate) return rules.checked(given ? *given : rules.defaultOf(position), position);
-    rules.defaultOf(position);  // refuses the kind of automatic numbers that Access draws by lot
+  std::int32_t nextAutoNumber(std::size_t column) const {
+    rules.defaultOf(column);  // refuses the kind of automatic numbers that Access draws by lot
     const std::int32_t last = counters.lastAutoNumber();
-    if (last == std::numeric_limits<std::int32_t>::max()) {
-      throw Error(ErrorKind::Limit, "there are no automatic numbers left: column " + toUtf8(column.name));
+    if (last < std::numeric_limits<std::int32_t>::max()) return last + 1;
+    throw Error(ErrorKind::Limit,
+                "there are no automatic numbers left: column " + toUtf8(definition.columns[column].name));
+  }
+
+  Value newValue(const std::optional<Value>& given, std::size_t column) const {
+    if (definition.columns[column].isAutoNumber() && (!given || isNull(*given))) {
+      return nextAutoNumber(column);
     }
-    return last + 1;
+    return rules.checked(given ? *given : rules.defaultOf(column), column);
   }
 
   void noteAutoNumber() {
@@ -103,77 +82,17 @@ struct TableWriter::State {
     }
   }
 
-  // Fills `contents[position]` with a new value.
-  void setContent(std::size_t position) {
-    const ColumnDefinition& column = definition.columns[position];
-    ColumnContent& content = contents[position];
-    content.set(after[position], column);
-    if (!content.present || !column.isFixed() || column.type == ColumnType::Boolean) return;
-    if (content.bytes.size() != column.length) refuse("a text or binary of fixed length", column);
-  }
-
-  void keepContent(const Row& row, std::size_t position) {
-    const ColumnDefinition& column = definition.columns[position];
-    ColumnContent& content = contents[position];
-    content.isReference = column.isLongValue();
-    content.bytes.clear();
-    if (column.type == ColumnType::Boolean) {
-      content.present = std::get<bool>(row.value(position));
-      return;
-    }
-    const auto stored = row.stored(position);
-    content.present = stored.has_value();
-    if (stored) content.bytes.assign(stored->begin(), stored->end());
-  }
-
-  // The last check: whether the row and its long values have a place.
-  bool requirePlace() const {
-    const bool inlineAllowed = allowsInline(definition, fixedBytes, contents);
-    for (std::size_t i = 0; i < contents.size(); ++i) {
-      const ColumnDefinition& column = definition.columns[i];
-      if (!column.isLongValue() || column.longValueOwnedMap != 0 || contents[i].bytes.empty()) continue;
-      const bool outside = contents[i].isReference ? !inlineAllowed
-                                                   : kindOfLongValue(contents[i].bytes.size(),
-                                                                     inlineAllowed) != LongValueKind::Inline;
-      if (outside) refuse("there is no map for the pages of its long values", column);
-    }
-    return inlineAllowed;
-  }
-
-  // From here on pages change.
-  Bytes encodeRow(bool inlineAllowed) {
-    return assembleRow(
-        definition, fixedBytes, variables, contents, inlineAllowed,
-        [&](Bytes& target, const ColumnDefinition& column, std::span<const std::uint8_t> content) {
-          longValues.at(column.number).append(target, content, inlineAllowed);
-        });
-  }
-
-  void noteAbandoned(const Row& row, std::size_t position) {
-    const auto stored = row.stored(position);
-    abandoned[position].clear();
-    if (stored && definition.columns[position].isLongValue()) {
-      abandoned[position].assign(stored->begin(), stored->end());
-    }
-  }
-
-  void releaseAbandoned(RowId row) {
-    for (std::size_t i = 0; i < abandoned.size(); ++i) {
-      if (abandoned[i].empty()) continue;
-      longValues.at(definition.columns[i].number).release(abandoned[i], row.page);
-    }
-  }
-
   RowId insert(const RowValues& values) {
+    builder.begin();
     for (std::size_t i = 0; i < values.size(); ++i) {
       after[i] = newValue(values[i], i);
-      setContent(i);
+      builder.set(i, after[i]);
     }
     indexes.planInsert(after);
     relations.checkInsert(after);
-    const bool inlineAllowed = requirePlace();
+    builder.requirePlace();
 
-    const RowId row = rows.insert(encodeRow(inlineAllowed));
+    const RowId row = rows.insert(builder.build());
     indexes.apply(row, counters);
     counters.rowAdded();
     noteAutoNumber();
@@ -183,7 +102,6 @@ struct TableWriter::State {
   // Takes the given values that differ from the stored ones. False: there are none.
   bool readChanges(const Row& row, const RowValues& values) {
     bool any = false;
-    abandoned.assign(values.size(), {});
     for (std::size_t i = 0; i < values.size(); ++i) {
       changed[i] = false;
       if (values[i]) {
@@ -193,10 +111,10 @@ struct TableWriter::State {
       }
       if (changed[i]) {
         any = true;
-        setContent(i);
-        noteAbandoned(row, i);
+        builder.set(i, after[i]);
+        builder.abandon(i, row);
       } else {
-        keepContent(row, i);
+        builder.keep(i, row);
       }
     }
     return any;
@@ -213,33 +131,30 @@ struct TableWriter::State {
   }
 
   void update(RowId id, const RowValues& values) {
-    {
-      const Row row = table.fetch(id);
-      if (!readChanges(row, values)) return;
-      readKeyValues(row);
-    }
+    builder.begin();
+    const Row row = table.fetch(id);
+    if (!readChanges(row, values)) return;
+    readKeyValues(row);
     indexes.planUpdate(before, after, changed);
     relations.checkUpdate(before, after, changed);
-    const bool inlineAllowed = requirePlace();
+    builder.requirePlace();
 
-    releaseAbandoned(id);
-    rows.update(id, encodeRow(inlineAllowed));
+    builder.releaseAbandoned(id);
+    rows.update(id, builder.build());
     indexes.apply(id, counters);
   }
 
   void erase(RowId id) {
-    abandoned.assign(definition.columns.size(), {});
-    {
-      const Row row = table.fetch(id);
-      for (const IndexDefinition& index : definition.indexes) {
-        for (const IndexColumn& part : index.columns) before[part.column] = row.value(part.column);
-      }
-      for (std::size_t i = 0; i < abandoned.size(); ++i) noteAbandoned(row, i);
+    builder.begin();
+    const Row row = table.fetch(id);
+    for (const IndexDefinition& index : definition.indexes) {
+      for (const IndexColumn& part : index.columns) before[part.column] = row.value(part.column);
     }
+    for (std::size_t i = 0; i < definition.columns.size(); ++i) builder.abandon(i, row);
     indexes.planErase(before);
     relations.checkErase(before);
 
-    releaseAbandoned(id);
+    builder.releaseAbandoned(id);
     rows.erase(id);
     indexes.apply(id, counters);
     counters.rowRemoved();
