@@ -3,7 +3,9 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <string_view>
 
+#include "bench/crash.h"
 #include "bench/engine.h"
 #include "bench/payout.h"
 #include "bench/report.h"
@@ -27,8 +29,10 @@ struct TemporaryFolder {
 
 }  // namespace
 
-// Ends with 1 if a floor is missed, 2 if something failed.
+// "--crash": the long proof that saves survive a loss of power, instead of the measurements.
+// Ends with 1 if a floor is missed or a promise broken, 2 if something failed.
 int main(int count, char** arguments) {
+  if (count > 1 && std::string_view(arguments[1]) == "--crash") return bench::loseThePower() ? 0 : 1;
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(count, arguments);
   try {
