@@ -56,7 +56,7 @@ bool DatenbankRoutinen::TabelleOeffnen(Verbindung& Verbindung, std::optional<Tab
                                        const QString& Quelle, bool MeldungZeigen) {
   Abfrage.reset();
   try {
-    Abfrage.emplace(Verbindung, alsAbfrage(Quelle), pause());
+    Abfrage = tabelleDirekt(Verbindung, Quelle);
     return true;
   } catch (const Datenbankfehler& fehler) {
     fehlerProtokollieren(u"Fehler beim Öffnen einer Tabelle: "_s + fehler.beschreibung);
@@ -67,6 +67,10 @@ bool DatenbankRoutinen::TabelleOeffnen(Verbindung& Verbindung, std::optional<Tab
     }
     return false;
   }
+}
+
+Tabelle DatenbankRoutinen::tabelleDirekt(Verbindung& verbindung, const QString& Quelle) {
+  return Tabelle(verbindung, alsAbfrage(Quelle), pause());
 }
 
 void DatenbankRoutinen::schreibenVorbereiten(Verbindung& verbindung, const QString& tabelle) {

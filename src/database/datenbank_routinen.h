@@ -38,6 +38,8 @@ class DatenbankRoutinen {
   // `Quelle` is the name of a table or a query on one table. `Abfrage` holds the record set on success only.
   bool TabelleOeffnen(Verbindung& Verbindung, std::optional<Tabelle>& Abfrage, const QString& Quelle,
                       bool MeldungZeigen);
+  // The same without a net: throws Datenbankfehler.
+  Tabelle tabelleDirekt(Verbindung& verbindung, const QString& Quelle);
   // Whether rows of this table can be changed now: takes the file for this program alone for a moment and
   // checks the table as a save does. Throws Datenbankfehler.
   void schreibenVorbereiten(Verbindung& verbindung, const QString& tabelle);

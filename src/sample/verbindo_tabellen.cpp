@@ -32,8 +32,8 @@ std::vector<Value> zeile(const Person& person) {
           wert(person.besondereBriefanrede),
           wert(person.eMail),
           wert(person.faxNummern),
-          Value(std::int32_t{0}),
-          Value(std::int32_t{0}),
+          wert(person.keinFax),
+          wert(person.keinMail),
           wert(person.du)};
 }
 
@@ -44,7 +44,7 @@ std::vector<Value> zeile(const Mitgliedschaft& mitglied) {
 }
 
 std::vector<Value> zeile(const Vorname& name) {
-  return {name.vorname, name.titel, name.titelOben, name.akademischerGrad, name.maennlich, name.anzahl};
+  return {name.vorname, name.titel, name.titelOben, name.akademischerGrad, name.maennlich, wert(name.anzahl)};
 }
 
 std::vector<Value> zeile(const Anschrift& anschrift) {

@@ -32,6 +32,8 @@ struct Person {
   TextOderNull eMail{};
   TextOderNull faxNummern{};
   ZahlOderNull du{};
+  ZahlOderNull keinFax = 0;
+  ZahlOderNull keinMail = 0;
   std::optional<double> geburtsdatum{};  // days since 1899-12-30
   std::optional<std::int64_t> umsatz{};  // 1/10,000
 };
@@ -53,7 +55,7 @@ struct Vorname {
   bool titelOben = false;
   bool akademischerGrad = false;
   bool maennlich = false;
-  std::int32_t anzahl = 0;
+  ZahlOderNull anzahl = 0;
 };
 
 struct Anschrift {

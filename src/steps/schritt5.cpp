@@ -6,6 +6,7 @@
 #include "steps/spalten.h"
 #include "steps/texte.h"
 #include "steps/ungestoert_lesen.h"
+#include "support/kuerzen.h"
 #include "support/zahlenformat.h"
 
 using namespace Qt::StringLiterals;

@@ -13,6 +13,8 @@ Umgebung::Umgebung(Aussenwelt aussen, Prozesswerte prozesswerte)
       typen(welt.gebietsschema, protokoll, welt.meldungen, ini),
       jetDateien(welt.jetDateien),
       datenbank(jetDateien, dateien, protokoll, welt.meldungen, welt.oberflaeche, welt.uhr),
-      zahlungsverkehr(werte, dateien, protokoll, welt.meldungen, welt.uhr, typen) {}
+      zahlungsverkehr(werte, dateien, protokoll, welt.meldungen, welt.uhr, typen),
+      adressen(werte, datenbank, protokoll, welt.meldungen, welt.gebietsschema, ini, typen),
+      serienbriefe(werte, datenbank, adressen, protokoll, welt.meldungen, welt.oberflaeche) {}
 
 }  // namespace pelvanto

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "database/datenbank_routinen.h"
+#include "lists/adressen.h"
+#include "lists/serienbriefe.h"
 #include "payment/daten_typen.h"
 #include "payment/zahlungsverkehr.h"
 #include "seams/gebietsschema.h"
@@ -37,6 +39,8 @@ struct Umgebung {
   jet::FilePool jetDateien;  // outlives all connections
   DatenbankRoutinen datenbank;
   Zahlungsverkehr zahlungsverkehr;
+  Adressen adressen;
+  Serienbriefe serienbriefe;
 };
 
 }  // namespace pelvanto

@@ -5,7 +5,9 @@
 
 namespace pelvanto {
 
-void EchteOberflaeche::nachrichtenVerarbeiten() { QCoreApplication::processEvents(); }
+void EchteOberflaeche::nachrichtenVerarbeiten() {
+  if (!fortschritt_) QCoreApplication::processEvents();
+}
 
 void EchteOberflaeche::sanduhr(bool an) {
   if (an == an_) {
@@ -20,6 +22,7 @@ void EchteOberflaeche::sanduhr(bool an) {
 }
 
 void EchteOberflaeche::fortschritt(int nummer, int anzahl) {
+  fortschritt_ = anzahl > 0;
   if (anzeige_) anzeige_(nummer, anzahl);
 }
 

@@ -20,6 +20,7 @@ class EchteOberflaeche : public Oberflaeche {
  private:
   std::function<void(int, int)> anzeige_;
   bool an_ = false;
+  bool fortschritt_ = false;  // progress is shown
 };
 
 }  // namespace pelvanto
