@@ -1,11 +1,7 @@
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "jet/create_fixture.h"
+#include "jet/foreign_reader.h"
 
 namespace {
 
@@ -16,36 +12,10 @@ using jet::Text;
 using jet::Value;
 using jet::create::DatabaseBuilder;
 
-// What an independent reader makes of our files. It has its own way of printing GUIDs and binary values, so
-// those columns are left out here.
-class ForeignReader : public ::testing::Test {
- protected:
-  void SetUp() override {
-    if (std::system("command -v mdb-export >/dev/null 2>&1") != 0)
-      GTEST_SKIP() << "mdbtools are not installed";
-    path_ = std::filesystem::temp_directory_path() / ("pelvanto-create-" + std::to_string(getpid()) + ".mdb");
-  }
-  void TearDown() override { std::filesystem::remove(path_); }
+// Its own way of printing GUIDs and binary values is left out here.
+using CreatedForForeignReader = jet::test::ForeignReader;
 
-  void store(DatabaseBuilder& builder) {
-    const auto content = builder.finish();
-    std::ofstream(path_, std::ios::binary)
-        .write(reinterpret_cast<const char*>(content.data()), static_cast<std::streamsize>(content.size()));
-  }
-  std::string output(const std::string& program, const std::string& options) {
-    const std::string command = program + " " + path_.string() + " " + options + " 2>&1";
-    std::string text;
-    FILE* pipe = popen(command.c_str(), "r");
-    for (int byte = std::fgetc(pipe); byte != EOF; byte = std::fgetc(pipe))
-      text.push_back(static_cast<char>(byte));
-    pclose(pipe);
-    return text;
-  }
-
-  std::filesystem::path path_;
-};
-
-TEST_F(ForeignReader, SeesTheSameTablesAndValues) {
+TEST_F(CreatedForForeignReader, SeesTheSameTablesAndValues) {
   DatabaseBuilder builder;
   auto& table =
       builder.addTable({.name = u"Größen",
@@ -62,7 +32,7 @@ TEST_F(ForeignReader, SeesTheSameTablesAndValues) {
       table.insert({8, false, Null{}, Null{}, Null{}, Null{}, Null{}, Null{}, Text(9000, u'y'), Null{}}));
   table.move(table.insert({9, false, Null{}, Null{}, Null{}, Null{}, Null{}, Text(u"Я"), Null{}, Null{}}));
   builder.addTable({.name = u"Leer", .columns = {column(u"ID", ColumnType::Long)}});
-  store(builder);
+  store(builder.finish());
 
   EXPECT_EQ(output("mdb-tables", "-1"), "Größen\nLeer\n");
   EXPECT_EQ(output("mdb-export", "Größen"),
@@ -72,14 +42,14 @@ TEST_F(ForeignReader, SeesTheSameTablesAndValues) {
   EXPECT_EQ(output("mdb-export", "Leer"), "ID\n");
 }
 
-TEST_F(ForeignReader, CountsTheRowsOfALargeEncodedFile) {
+TEST_F(CreatedForForeignReader, CountsTheRowsOfALargeEncodedFile) {
   DatabaseBuilder builder({.databaseKey = 0x12345678});
   auto& table =
       builder.addTable({.name = u"Viele",
                         .columns = {column(u"ID", ColumnType::Long), column(u"T", ColumnType::Text, 20)},
                         .indexes = {{.name = u"P", .columns = {u"ID"}, .primaryKey = true}}});
   for (int i = 0; i < 60000; ++i) table.insert({i, Text(u"zwanzig Zeichen lang")});
-  store(builder);
+  store(builder.finish());
   const std::string rows = output("mdb-export", "Viele");
   EXPECT_EQ(std::count(rows.begin(), rows.end(), '\n'), 60001);
 }
