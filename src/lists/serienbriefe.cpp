@@ -115,13 +115,13 @@ QString Serienbriefe::hinzufuegen(Verbindung& verbindung, const Zeile& person, V
   Tabelle adressen = datenbank_.tabelleDirekt(verbindung, vorhandenSQL(person.id()));
   if (!adressen.amEnde()) return {};
   const AnschriftErgebnis ergebnis = adressen_.AnschriftErstellen(person.id());
-  if (!ergebnis.verworfeneWoerter.isEmpty()) {
-    verlauf.verworfenes << alsText(person) + u": "_s + ergebnis.verworfeneWoerter.join(u", "_s);
-  }
   if (!ergebnis.grund.isEmpty()) return ergebnis.grund;
   adressen.hinzufuegen();
   felderSetzen(adressen, ergebnis.anschrift, person.id());
   adressen.speichern();
+  if (!ergebnis.verworfeneWoerter.isEmpty()) {
+    verlauf.verworfenes << alsText(person) + u": "_s + ergebnis.verworfeneWoerter.join(u", "_s);
+  }
   return {};
 }
 
