@@ -150,9 +150,9 @@ struct RefusedChange {
 
 void PrintTo(const RefusedChange& change, std::ostream* out) { *out << change.name; }
 
-class Refusals : public testing::TestWithParam<RefusedChange> {};
+class RefusedChanges : public testing::TestWithParam<RefusedChange> {};
 
-TEST_P(Refusals, NameTheReasonAndChangeNothing) {
+TEST_P(RefusedChanges, NameTheReasonAndChangeNothing) {
   DatabaseBuilder builder;
   TableSpec spec{
       .name = u"T",
@@ -192,7 +192,7 @@ void withoutGuid(write::TableWriter& writer) {
 constexpr auto notWritable = ErrorKind::NotWritable, constraint = ErrorKind::Constraint;
 
 INSTANTIATE_TEST_SUITE_P(
-    Rules, Refusals,
+    Rules, RefusedChanges,
     testing::Values(
         RefusedChange{"Required", constraint, "column Pflicht", inserting(0, Null{})},
         RefusedChange{"ZeroLength", constraint, "column Leer", inserting(1, Text())},
