@@ -109,7 +109,9 @@ void apply(FileSystem& files, const std::filesystem::path& database, File& file)
 std::filesystem::path setAside(FileSystem& files, const std::filesystem::path& journal) {
   for (int number = 1;; ++number) {
     std::filesystem::path aside = journal;
-    aside += "-" + std::to_string(number) + ".aside";
+    aside += "-";
+    aside += std::to_string(number);
+    aside += ".aside";
     if (files.exists(aside)) continue;
     files.rename(journal, aside);
     try {
