@@ -49,11 +49,20 @@ TEST_P(IndexWriting, LeavesARightTreeWhateverTheOrder) {
     // Half of them away, then to and fro.
     for (std::size_t i = 0; i < shuffled.size() / 2; ++i) tree.erase(shuffled[i]);
     ASSERT_EQ(tree.faults(), "");
-    for (std::size_t i = 0; i < 2 * shuffled.size(); ++i) {
-      const IndexKey& entry = shuffled[random() % shuffled.size()];
-      tree.present().contains(entry) ? tree.erase(entry) : tree.insert(entry);
+    // As full as it was, then with hardly an entry in a page.
+    for (const std::size_t frequency : {1u, 20u}) {
+      for (std::size_t i = 0; i < 4 * shuffled.size(); ++i) {
+        const IndexKey& entry = shuffled[random() % shuffled.size()];
+        if (tree.present().contains(entry)) {
+          tree.erase(entry);
+        } else if (random() % frequency == 0) {
+          tree.insert(entry);
+        }
+        if (i % (shuffled.size() / 2) == 0) {
+          ASSERT_EQ(tree.faults(), "");
+        }
+      }
     }
-    ASSERT_EQ(tree.faults(), "");
     for (const IndexKey& entry : shuffled) {
       if (!tree.present().contains(entry)) tree.insert(entry);
     }
@@ -64,7 +73,12 @@ TEST_P(IndexWriting, LeavesARightTreeWhateverTheOrder) {
     // All gone and all back, in every order of the one and of the other.
     for (const auto& going : std::vector{ascending, descending, shuffled}) {
       for (const auto& coming : std::vector{shuffled, ascending, descending}) {
-        for (const IndexKey& entry : going) tree.erase(entry);
+        for (const IndexKey& entry : going) {
+          tree.erase(entry);
+          if (tree.present().size() % (shuffled.size() / 10) == 1) {
+            ASSERT_EQ(tree.faults(), "");
+          }
+        }
         ASSERT_EQ(tree.faults(), "");
         EXPECT_EQ(tree.pages(), std::vector{tree.definition().root});
         for (const IndexKey& entry : coming) tree.insert(entry);
