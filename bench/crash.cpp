@@ -20,6 +20,7 @@ class Totals {
     std::printf("%-32s %-12s %8llu states, %7llu in the recovery, %7llu rolled back, %3llu in doubt\n",
                 scenario.name.c_str(), kind, number(counts.states), number(counts.recoveryStates),
                 number(counts.rolledBack), number(counts.inDoubt));
+    std::fflush(stdout);  // it takes minutes
     for (const std::string& fault : counts.faults) std::printf("  BROKEN: %s\n", fault.c_str());
     states_ += counts.states;
     faults_ += counts.faults.size();
