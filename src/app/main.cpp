@@ -31,6 +31,8 @@ int main(int argc, char* argv[]) {
       pelvanto::prozesswerteFuer(QCoreApplication::applicationDirPath(), dateisystem));
 
   pelvanto::HauptFenster fenster(umgebung);
+  oberflaeche.fortschrittZeigenMit(
+      [&fenster](int nummer, int anzahl) { fenster.fortschrittZeigen(nummer, anzahl); });
   if (!fenster.starten()) return 0;
   fenster.show();
   return QApplication::exec();

@@ -53,9 +53,21 @@ QString ergebnis(const Seiten& seiten, int seite) {
   }
 }
 
+void adressenKopieren(HauptFenster& fenster, const QString& knopf, const Liste& liste,
+                      const std::function<Zwischenstand()>& zwischenstand) {
+  const Zwischenstand vorher = zwischenstand();
+  druecken(fenster, knopf);
+  const Zwischenstand nachher = zwischenstand();
+  zeile(QStringLiteral("  Serienbrief-Adressen: %1 von %2 Personen neu angelegt, %3 Meldungen")
+            .arg(nachher.adressen - vorher.adressen)
+            .arg(liste.anzahl())
+            .arg(nachher.meldungen - vorher.meldungen));
+}
+
 }  // namespace
 
-void wizardDurchspielen(HauptFenster& fenster, const QString& bilderordner) {
+void wizardDurchspielen(HauptFenster& fenster, const QString& bilderordner,
+                        const std::function<Zwischenstand()>& zwischenstand) {
   const QStringList schritte{"1", "2", "3", "3b", "4", "5"};
   for (int seite = 0; seite < schritte.size(); ++seite) {
     const QString& schritt = schritte[seite];
@@ -64,6 +76,12 @@ void wizardDurchspielen(HauptFenster& fenster, const QString& bilderordner) {
               .arg(schritt == "3" ? "3a" : schritt, ergebnis(fenster.seiten(), seite)));
     if (!bilderSpeichern(fenster, bilderordner, "schritt" + schritt))
       throw Abbruch("Die Bilder konnten nicht gespeichert werden: " + bilderordner.toStdString());
+    const Seiten& seiten = fenster.seiten();
+    if (schritt == "3") {
+      adressenKopieren(fenster, "cmdSerienbriefe3Ausgeschieden", seiten.seite3.lvwListeAusgeschieden3,
+                       zwischenstand);
+    }
+    if (schritt == "5") adressenKopieren(fenster, "cmdSerienbriefe5", seiten.seite5.lvwListe5, zwischenstand);
     druecken(fenster, schritt == "5" ? "cmdDatentraegerErstellen" : "cmdWeiter" + schritt);
   }
 }

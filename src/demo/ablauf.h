@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <stdexcept>
 
 namespace pelvanto {
@@ -15,8 +16,16 @@ struct Abbruch : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Plays the whole wizard by the window's own buttons and prints each step's result. Pictures of every page go
-// to `bilderordner`. Throws Abbruch where a step lets nobody on.
-void wizardDurchspielen(HauptFenster& fenster, const QString& bilderordner);
+// How many letter addresses there are, and how many boxes have been shown so far.
+struct Zwischenstand {
+  int adressen = 0;
+  int meldungen = 0;
+};
+
+// Plays the whole wizard by the window's own buttons, copies letter addresses of two lists on the way, and
+// prints each step's result. Pictures of every page go to `bilderordner`. Throws Abbruch where a step lets
+// nobody on.
+void wizardDurchspielen(HauptFenster& fenster, const QString& bilderordner,
+                        const std::function<Zwischenstand()>& zwischenstand);
 
 }  // namespace pelvanto::vorfuehrung

@@ -9,6 +9,7 @@
 #include <iostream>
 
 #include "demo/ablauf.h"
+#include "demo/bilder.h"
 #include "demo/seams.h"
 #include "jet/file.h"
 #include "seams/real/echte_oberflaeche.h"
@@ -38,11 +39,22 @@ int vorfuehren(const QString& ordner, Uhr& uhr, const Gebietsschema& schema) {
                     prozesswerteFuer(ordner, dateisystem));
   const QStringList vorher = zahlungsdateien(ordner);
   HauptFenster fenster(umgebung);
+  oberflaeche.fortschrittZeigenMit([&](int nummer, int anzahl) {
+    fenster.fortschrittZeigen(nummer, anzahl);
+    if (anzahl > 0 && nummer == (anzahl + 1) / 2) {
+      vorfuehrung::bilderSpeichern(fenster, bilder, QStringLiteral("fortschritt"));
+    }
+  });
+  const auto zwischenstand = [&] {
+    const auto verbindung = umgebung.datenbank.direktOeffnen(umgebung.werte.DatenbankPfad, true);
+    const Abfrage adressen = verbindung->abfragen(QStringLiteral("SELECT IDNummer FROM Adressen"));
+    return vorfuehrung::Zwischenstand{adressen.anzahl(), meldungen.anzahl};
+  };
   if (!fenster.starten()) return 1;
   fenster.show();
   fenster.activateWindow();
   try {
-    vorfuehrung::wizardDurchspielen(fenster, bilder);
+    vorfuehrung::wizardDurchspielen(fenster, bilder, zwischenstand);
   } catch (const vorfuehrung::Abbruch& abbruch) {
     std::cerr << abbruch.what() << '\n';
     return 1;

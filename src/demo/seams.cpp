@@ -9,12 +9,14 @@
 namespace pelvanto::vorfuehrung {
 
 Antwort GedruckteMeldungen::zeigen(const Meldung& meldung) {
+  ++anzahl;
   const QString titel = meldung.titel.isEmpty() ? QStringLiteral("Pelvanto") : meldung.titel;
   std::cout << "  [" << titel.toStdString() << "] " << meldung.text.toStdString() << std::endl;
   return meldung.knoepfe == Knoepfe::Ok ? Antwort::Ok : Antwort::Nein;
 }
 
 std::optional<QString> GedruckteMeldungen::eingeben(const Eingabe& eingabe) {
+  ++anzahl;
   std::cout << "  [" << eingabe.titel.toStdString() << "] " << eingabe.text.toStdString() << std::endl;
   return std::nullopt;
 }

@@ -15,6 +15,8 @@ class GedruckteMeldungen : public Meldungen {
   Antwort zeigen(const Meldung& meldung) override;
   // Printed too, and cancelled.
   std::optional<QString> eingeben(const Eingabe& eingabe) override;
+
+  int anzahl = 0;
 };
 
 // The computer's clock, or one that stands still at `fest` where that is valid.

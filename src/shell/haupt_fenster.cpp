@@ -9,8 +9,10 @@
 #include <exception>
 #include <new>
 
+#include "shell/eingabesperre.h"
 #include "shell/einstellungen.h"
 #include "shell/farben.h"
+#include "shell/fortschritt.h"
 #include "shell/schrift.h"
 #include "shell/seite1_fenster.h"
 #include "shell/seite2_fenster.h"
@@ -51,6 +53,7 @@ HauptFenster::HauptFenster(Umgebung& umgebung) : umgebung_(umgebung) {
               new Seite4Fenster(seiten_.seite4, ablauf, this),
               new Seite5Fenster(seiten_.seite5, ablauf, this)};
   for (SeitenFenster* seite : fenster_) seite->setVisible(seite == fenster_.front());
+  fortschritt_ = new Fortschritt(this);
   const QSize groesse(pixel(kSeite.breite + 2 * kSeite.links), pixel(kSeite.hoehe + 2 * kSeite.oben));
   setMinimumSize(groesse);
   resize(groesse);
@@ -124,6 +127,16 @@ void HauptFenster::ausfuehren(const std::function<void(Umgebung&, Seiten&)>& han
   zeigen();
   if (schliessenGewuenscht_) close();
 }
+
+// What the user did meanwhile has come to nothing when the window answers again.
+void HauptFenster::ungestoertAusfuehren(const std::function<void(Umgebung&, Seiten&)>& handlung) {
+  if (laeuft_ || beendet_) return;
+  const Eingabesperre sperre(*this);
+  ausfuehren(handlung);
+  if (!beendet_) umgebung_.welt.oberflaeche.nachrichtenVerarbeiten();
+}
+
+void HauptFenster::fortschrittZeigen(int nummer, int anzahl) { fortschritt_->zeigen(nummer, anzahl); }
 
 // A key does not take the focus away as a click does: what leaving the field does is done first.
 void HauptFenster::betragsfeldVerlassen() {

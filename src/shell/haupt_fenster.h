@@ -9,6 +9,7 @@
 
 namespace pelvanto {
 
+class Fortschritt;
 class SeitenFenster;
 
 // The one window: a wizard of six pages that are passed in order and never backwards. It owns the page
@@ -24,6 +25,8 @@ class HauptFenster : public QWidget, private Ablauf {
   // it is missing: the program has to end, and the window must not be shown.
   bool starten();
 
+  // Shows how far long work is, see Oberflaeche::fortschritt.
+  void fortschrittZeigen(int nummer, int anzahl);
   // The models as the controls stand now.
   const Seiten& seiten();
   // From 0 (step 1) to 5 (step 5).
@@ -38,6 +41,7 @@ class HauptFenster : public QWidget, private Ablauf {
 
  private:
   void ausfuehren(const std::function<void(Umgebung&, Seiten&)>& handlung) override;
+  void ungestoertAusfuehren(const std::function<void(Umgebung&, Seiten&)>& handlung) override;
   void weiter() override;
 
   void eintragen();
@@ -53,6 +57,7 @@ class HauptFenster : public QWidget, private Ablauf {
   Umgebung& umgebung_;
   Seiten seiten_;
   std::array<SeitenFenster*, 6> fenster_{};
+  Fortschritt* fortschritt_;
   int aktuelleSeite_ = 0;
   bool laeuft_ = false;
   bool schliessenGewuenscht_ = false;

@@ -38,6 +38,7 @@ Seite2Fenster::Seite2Fenster(Seite2& seite, Ablauf& ablauf, QWidget* eltern)
   hinweis("lblErgebnis2GeloeschtLabel", {6300, 780, 960, 375}, seite.lblErgebnis2GeloeschtLabel);
 
   serienbriefeAusgeschiedenKnopf("cmdSerienbriefe2Ausgeschieden", 3480, seite.cmdSerienbriefe2Ausgeschieden,
+                                 seite.lvwListeAusgeschieden2,
                                  "Personen in der unteren Liste in die Serienbrief-Adressendatei kopieren");
   ListenAnsicht* ausgeschieden =
       liste("lvwListeAusgeschieden2", "Ausgeschiedene Personen Schritt 2", listenTooltip(),

@@ -69,7 +69,7 @@ Seite3Fenster::Seite3Fenster(const Seite3Modell& modell, Ablauf& ablauf, QWidget
   ausfuehrenKnopf("cmdErgebnisZeigen" + endung, {6675, 300, 555, 615}, modell.ergebnisZeigen,
                   modell.handlung);
   druckenKnopf("cmdDrucken" + endung, {7290, 300, 615, 615}, modell.drucken);
-  serienbriefeKnopf("cmdSerienbriefe" + endung, {7965, 300, 615, 615}, modell.serienbriefe);
+  serienbriefeKnopf("cmdSerienbriefe" + endung, {7965, 300, 615, 615}, modell.serienbriefe, modell.liste);
   weiterKnopf("cmdWeiter" + endung, {8640, 300, 555, 615}, modell.weiter);
 
   ListenAnsicht* ergebnis = liste("lvwListe" + endung, "Ergebnis Schritt " + modell.schritt, listenTooltip(),
@@ -84,7 +84,7 @@ Seite3Fenster::Seite3Fenster(const Seite3Modell& modell, Ablauf& ablauf, QWidget
   hinweis("lblErgebnis" + endung + "GeloeschtLabel", {5070, 675, 960, 375}, modell.ergebnisGeloeschtLabel);
 
   serienbriefeAusgeschiedenKnopf("cmdSerienbriefe" + endung + "Ausgeschieden", 3540,
-                                 modell.serienbriefeAusgeschieden);
+                                 modell.serienbriefeAusgeschieden, modell.ausgeschieden);
   ListenAnsicht* ausgeschieden =
       liste("lvwListeAusgeschieden" + endung, "Ausgeschiedene Personen Schritt " + modell.schritt,
             listenTooltip(), {120, 4020, 9075, 2115}, modell.ausgeschieden);

@@ -25,7 +25,7 @@ Seite4Fenster::Seite4Fenster(Seite4& seite, Ablauf& ablauf, QWidget* eltern)
   ausfuehrenKnopf("cmdErgebnisZeigen4", {6675, 300, 555, 615}, seite.cmdErgebnisZeigen4,
                   cmdErgebnisZeigen4_Click, false);
   druckenKnopf("cmdDrucken4", {7290, 300, 615, 615}, seite.cmdDrucken4);
-  serienbriefeKnopf("cmdSerienbriefe4", {7965, 300, 615, 615}, seite.cmdSerienbriefe4);
+  serienbriefeKnopf("cmdSerienbriefe4", {7965, 300, 615, 615}, seite.cmdSerienbriefe4, seite.lvwListe4);
   weiterKnopf("cmdWeiter4", {8640, 300, 555, 615}, seite.cmdWeiter4);
 
   beschriftung("Label15", "pro kg Milch:", {4320, 345, 1290, 315});
@@ -44,7 +44,8 @@ Seite4Fenster::Seite4Fenster(Seite4& seite, Ablauf& ablauf, QWidget* eltern)
   beschriftung("Label20", "verteilt:", {6690, 1140, 825, 375});
   betrag("lblVerteilt", {7560, 1140, 1635, 375}, seite.lblVerteilt);
 
-  serienbriefeAusgeschiedenKnopf("cmdSerienbriefe4Ausgeschieden", 3855, seite.cmdSerienbriefe4Ausgeschieden);
+  serienbriefeAusgeschiedenKnopf("cmdSerienbriefe4Ausgeschieden", 3855, seite.cmdSerienbriefe4Ausgeschieden,
+                                 seite.lvwAusgeschieden4);
   ListenAnsicht* ausgeschieden =
       liste("lvwAusgeschieden4", "Ausgeschiedene Personen Schritt 4", listenTooltipMitDoppelklick(),
             {120, 4380, 9075, 1755}, seite.lvwAusgeschieden4);

@@ -28,7 +28,7 @@ Seite5Fenster::Seite5Fenster(Seite5& seite, Ablauf& ablauf, QWidget* eltern)
   ausfuehrenKnopf("cmdErgebnisZeigen5", {6675, 300, 555, 615}, seite.cmdErgebnisZeigen5,
                   cmdErgebnisZeigen5_Click, false);
   druckenKnopf("cmdDrucken5", {7290, 300, 615, 615}, seite.cmdDrucken5);
-  serienbriefeKnopf("cmdSerienbriefe5", {7965, 300, 615, 615}, seite.cmdSerienbriefe5);
+  serienbriefeKnopf("cmdSerienbriefe5", {7965, 300, 615, 615}, seite.cmdSerienbriefe5, seite.lvwListe5);
   Bildknopf* datentraeger = knopf("cmdDatentraegerErstellen", "datentraeger", "Datenträger erstellen", "T",
                                   {8640, 300, 555, 615}, seite.cmdDatentraegerErstellen);
   connect(datentraeger, &Bildknopf::clicked, this,
@@ -40,7 +40,8 @@ Seite5Fenster::Seite5Fenster(Seite5& seite, Ablauf& ablauf, QWidget* eltern)
   beschriftung("Label26", "Ergebnis - Personen in der &Liste:", {4275, 2700, 3240, 375}, ergebnis);
   zaehler("lblErgebnis5", {8460, 2700, 735, 375}, seite.lblErgebnis5);
 
-  serienbriefeAusgeschiedenKnopf("cmdSerienbriefe5Ausgeschieden", 4650, seite.cmdSerienbriefe5Ausgeschieden);
+  serienbriefeAusgeschiedenKnopf("cmdSerienbriefe5Ausgeschieden", 4650, seite.cmdSerienbriefe5Ausgeschieden,
+                                 seite.lvwAusgeschieden5);
   ListenAnsicht* ausgeschieden =
       liste("lvwAusgeschieden5", "Ausgeschiedene Personen Schritt 5", listenTooltipMitDoppelklick(),
             {120, 5160, 9075, 975}, seite.lvwAusgeschieden5);

@@ -183,26 +183,36 @@ Bildknopf* SeitenFenster::druckenKnopf(const QString& name, const Platz& platz, 
   return knopf;
 }
 
-Bildknopf* SeitenFenster::serienbriefeKnopf(const QString& name, const Platz& platz, Knopf& modell) {
+void SeitenFenster::kopiertBeiKlick(Bildknopf* knopf, Knopf& modell, const Liste& liste) {
+  connect(knopf, &Bildknopf::clicked, this, [this, knopf, &modell, &liste] {
+    const bool hatteFokus = knopf->hasFocus();
+    knopf->setEnabled(false);
+    knopf->repaint();
+    ablauf_.ungestoertAusfuehren(
+        [&](Umgebung& umgebung, Seiten&) { serienbriefeKopieren(umgebung, modell, liste); });
+    if (hatteFokus) knopf->setFocus();
+  });
+}
+
+Bildknopf* SeitenFenster::serienbriefeKnopf(const QString& name, const Platz& platz, Knopf& modell,
+                                            const Liste& liste) {
   Bildknopf* knopf =
       this->knopf(name, QStringLiteral("serienbrief"),
                   QStringLiteral("Personen in der Liste in die Serienbrief-Adressendatei kopieren"),
                   QStringLiteral("S"), platz, modell);
-  connect(knopf, &Bildknopf::clicked, this,
-          [this] { ablauf_.ausfuehren([](Umgebung& umgebung, Seiten&) { nochNichtVerfuegbar(umgebung); }); });
+  kopiertBeiKlick(knopf, modell, liste);
   return knopf;
 }
 
 Bildknopf* SeitenFenster::serienbriefeAusgeschiedenKnopf(const QString& name, int oben, Knopf& modell,
-                                                         const QString& tooltip) {
+                                                         const Liste& liste, const QString& tooltip) {
   constexpr int kKante = 20;
   const QString text = tooltip.isEmpty()
                            ? QStringLiteral("Personen in der Liste in die Serienbrief-Adressendatei kopieren")
                            : tooltip;
   Bildknopf* knopf = this->knopf(name, QStringLiteral("serienbrief"), text, QStringLiteral("A"),
                                  {8520, oben, 675, 375}, modell, kKante);
-  connect(knopf, &Bildknopf::clicked, this,
-          [this] { ablauf_.ausfuehren([](Umgebung& umgebung, Seiten&) { nochNichtVerfuegbar(umgebung); }); });
+  kopiertBeiKlick(knopf, modell, liste);
   return knopf;
 }
 

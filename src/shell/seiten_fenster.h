@@ -66,8 +66,9 @@ class SeitenFenster : public Rahmen {
   Bildknopf* ausfuehrenKnopf(const QString& name, const Platz& platz, Knopf& modell, Handlung handlung,
                              bool waehrendAus = true);
   Bildknopf* druckenKnopf(const QString& name, const Platz& platz, Knopf& modell);
-  Bildknopf* serienbriefeKnopf(const QString& name, const Platz& platz, Knopf& modell);
-  Bildknopf* serienbriefeAusgeschiedenKnopf(const QString& name, int oben, Knopf& modell,
+  // Copies the persons of `liste`.
+  Bildknopf* serienbriefeKnopf(const QString& name, const Platz& platz, Knopf& modell, const Liste& liste);
+  Bildknopf* serienbriefeAusgeschiedenKnopf(const QString& name, int oben, Knopf& modell, const Liste& liste,
                                             const QString& tooltip = {});
   Bildknopf* weiterKnopf(const QString& name, const Platz& platz, Knopf& modell);
   // Delete key of a list.
@@ -79,6 +80,8 @@ class SeitenFenster : public Rahmen {
   Ablauf& ablauf_;
 
  private:
+  void kopiertBeiKlick(Bildknopf* knopf, Knopf& modell, const Liste& liste);
+
   struct Angeordnet {
     QWidget* steuerelement;
     Platz platz;

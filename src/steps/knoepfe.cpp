@@ -64,6 +64,11 @@ void cmdDatentraegerErstellen_Click(Umgebung& umgebung, Seiten& seiten) {
   }
 }
 
+void serienbriefeKopieren(Umgebung& umgebung, Knopf& knopf, const Liste& liste) {
+  const Beschaeftigt beschaeftigt(umgebung.welt.oberflaeche, knopf);
+  umgebung.serienbriefe.SerienbriefAdressenKopieren(liste);
+}
+
 void nochNichtVerfuegbar(Umgebung& umgebung) {
   umgebung.welt.meldungen.zeigen({u"Diese Funktion ist noch nicht verfügbar."_s, Symbol::Information});
 }

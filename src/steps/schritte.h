@@ -30,7 +30,9 @@ void cmdErgebnisZeigen5_Click(Umgebung& umgebung, Seiten& seiten);
 // The payment-file button: own account from the settings file, file, message, transfer table released. It
 // stays off until step 5 has run again.
 void cmdDatentraegerErstellen_Click(Umgebung& umgebung, Seiten& seiten);
-// The buttons for printing, CSV files and form letters, which come later: says so.
+// Every mail-merge button: copies the persons of `liste`, the button's own one.
+void serienbriefeKopieren(Umgebung& umgebung, Knopf& knopf, const Liste& liste);
+// The buttons for printing and CSV files, which come later: says so.
 void nochNichtVerfuegbar(Umgebung& umgebung);
 
 // Delete key in a list of steps 1 to 3b: removes the selected rows and counts them beside the list.

@@ -3,9 +3,10 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCursor>
-#include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
+
+#include "seams/real/eingabekasten.h"
 
 namespace pelvanto {
 
@@ -47,6 +48,17 @@ class Zeigerpfeil {
   bool gesetzt_;
 };
 
+// The window over which a box stands; also while the user is in another program.
+QWidget* elternfenster() {
+  if (QWidget* aktives = QApplication::activeWindow()) return aktives;
+  for (QWidget* fenster : QApplication::topLevelWidgets()) {
+    if (fenster->isVisible()) return fenster;
+  }
+  return nullptr;
+}
+
+QString titelOderName(const QString& titel) { return titel.isEmpty() ? QStringLiteral("Pelvanto") : titel; }
+
 void knoepfeEinsetzen(QMessageBox& kasten, Knoepfe knoepfe) {
   if (knoepfe == Knoepfe::Ok) {
     kasten.setStandardButtons(QMessageBox::Ok);
@@ -67,10 +79,9 @@ void knoepfeEinsetzen(QMessageBox& kasten, Knoepfe knoepfe) {
 
 Antwort EchteMeldungen::zeigen(const Meldung& meldung) {
   const Zeigerpfeil pfeil;
-  const QString titel = meldung.titel.isEmpty() ? QStringLiteral("Pelvanto") : meldung.titel;
-  QMessageBox kasten(QApplication::activeWindow());
+  QMessageBox kasten(elternfenster());
   kasten.setIcon(symbolbild(meldung.symbol));
-  kasten.setWindowTitle(titel);
+  kasten.setWindowTitle(titelOderName(meldung.titel));
   kasten.setTextFormat(Qt::PlainText);
   kasten.setText(meldung.text);
   knoepfeEinsetzen(kasten, meldung.knoepfe);
@@ -86,14 +97,9 @@ Antwort EchteMeldungen::zeigen(const Meldung& meldung) {
 
 std::optional<QString> EchteMeldungen::eingeben(const Eingabe& eingabe) {
   const Zeigerpfeil pfeil;
-  QInputDialog kasten(QApplication::activeWindow());
-  kasten.setWindowTitle(eingabe.titel.isEmpty() ? QStringLiteral("Pelvanto") : eingabe.titel);
-  kasten.setLabelText(eingabe.text);
-  kasten.setTextValue(eingabe.vorgabe);
-  kasten.setOkButtonText(QStringLiteral("OK"));
-  kasten.setCancelButtonText(QStringLiteral("Abbrechen"));
+  Eingabekasten kasten({eingabe.text, titelOderName(eingabe.titel), eingabe.vorgabe}, elternfenster());
   if (kasten.exec() != QDialog::Accepted) return std::nullopt;
-  return kasten.textValue();
+  return kasten.text();
 }
 
 }  // namespace pelvanto
