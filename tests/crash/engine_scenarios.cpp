@@ -42,16 +42,6 @@ Bytes newDatabase() {
   return builder.finish();
 }
 
-// All rows of all tables; starts with "damaged" if the check of the file has errors.
-std::string contentOf(const Bytes& bytes) {
-  CrashFiles files({{databaseName, {bytes, 1}}});
-  Database database(files, databaseName);
-  std::string content;
-  for (const std::string& error : check(database).errors) content += "damaged: " + error + "\n";
-  for (const TableEntry& entry : database.tables()) content += exportTable(database.table(entry.name));
-  return content;
-}
-
 using Save = std::function<void(Transaction&, Database&)>;
 
 Scenario scenarioOf(std::string name, std::vector<Save> saves) {
@@ -108,6 +98,15 @@ void count(Transaction& transaction, Database& database) {
 Value memoOf(std::size_t characters) { return Text(characters, u'\u0416'); }
 
 }  // namespace
+
+std::string contentOf(const Bytes& bytes) {
+  CrashFiles files({{databaseName, {bytes, 1}}});
+  Database database(files, databaseName);
+  std::string content;
+  for (const std::string& error : check(database).errors) content += "damaged: " + error + "\n";
+  for (const TableEntry& entry : database.tables()) content += exportTable(database.table(entry.name));
+  return content;
+}
 
 Scenario oneInsert() { return scenarioOf("one insert", {insertion(person(u"Huber", 5))}); }
 

@@ -4,6 +4,9 @@
 
 namespace jet::test {
 
+// All rows of all tables of a file; starts with "damaged" if the check of the file has errors.
+std::string contentOf(const Bytes& database);
+
 // Saves of rows, on a database with persons (autonumber, indexes over names and numbers, memo) and counters.
 // Their content is all rows of all tables and what a check of the whole file finds.
 

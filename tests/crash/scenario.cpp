@@ -16,7 +16,7 @@ Disk diskWith(const Bytes& database) { return {{databaseName, {database, startTi
 // The states before, between and after the saves, and what their contents are.
 class States {
  public:
-  explicit States(const Scenario& scenario) : scenario_(scenario) {
+  explicit States(const Scenario& scenario) : name_(scenario.name), content_(scenario.content) {
     CrashFiles files(diskWith(scenario.database));
     const Saving save = scenario.open(files);
     add(scenario.database);
@@ -26,13 +26,22 @@ class States {
     }
     operations_ = files.operations();
   }
+  explicit States(const FreeRun& run) : name_(run.name), content_(run.content) {
+    CrashFiles files(diskWith(run.database));
+    add(run.database);
+    files.onOperation = [&](std::uint64_t, Operation operation, const std::filesystem::path&) {
+      if (operation == Operation::Remove) add(files.now().at(databaseName).content);
+    };
+    run.play(files);
+    operations_ = files.operations();
+  }
   std::uint64_t operations() const { return operations_; }
   // What a check found in a state that no crash had to do with.
   std::vector<std::string> damages() const {
     std::vector<std::string> found;
     for (std::size_t i = 0; i < contents_.size(); ++i) {
       if (contents_[i].starts_with("damaged")) {
-        found.push_back(scenario_.name + ", state " + std::to_string(i) + ": " +
+        found.push_back(name_ + ", state " + std::to_string(i) + ": " +
                         contents_[i].substr(0, contents_[i].find('\n')));
       }
     }
@@ -45,7 +54,7 @@ class States {
       if (images_[i] == bytes) return i;
     }
     // Not the same bytes, perhaps the same content.
-    const std::string content = scenario_.content(bytes);
+    const std::string content = content_(bytes);
     for (std::size_t i = first; i <= last && i < contents_.size(); ++i) {
       if (contents_[i] == content) return i;
     }
@@ -54,11 +63,12 @@ class States {
 
  private:
   void add(Bytes image) {
-    contents_.push_back(scenario_.content(image));
+    contents_.push_back(content_(image));
     images_.push_back(std::move(image));
   }
 
-  const Scenario& scenario_;
+  std::string name_;
+  std::function<std::string(const Bytes&)> content_;
   std::vector<Bytes> images_;
   std::vector<std::string> contents_;
   std::uint64_t operations_ = 0;
@@ -202,6 +212,27 @@ CrashCounts loseThePower(const Scenario& scenario, const CrashPlan& plan) {
     judge.where = scenario.name + ", after save " + std::to_string(saved);
     lose();
   }
+  return counts;
+}
+
+CrashCounts loseThePower(const FreeRun& run, const CrashPlan& plan) {
+  CrashCounts counts;
+  const States states(run);
+  counts.faults = states.damages();
+  Judge judge(states, counts, plan.recoverySample);
+  CrashFiles files(diskWith(run.database));
+  std::size_t saved = 0;
+  files.onOperation = [&](std::uint64_t number, Operation operation, const std::filesystem::path& path) {
+    judge.where = run.name + ", operation " + std::to_string(number) + " (" + nameOf(operation) + " " +
+                  path.filename().string() + ")";
+    const std::size_t last = operation == Operation::Remove ? ++saved : saved + 1;
+    judge.examine(files.afterPowerLoss(Loss::Done), saved, last);
+    judge.examine(files.afterPowerLoss(Loss::Lost), saved, last);
+    for (std::uint64_t seed = 0; seed < plan.seeds; ++seed) {
+      judge.examine(files.afterPowerLoss(Loss::Torn, seed), saved, last);
+    }
+  };
+  run.play(files);
   return counts;
 }
 

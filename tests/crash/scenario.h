@@ -26,6 +26,14 @@ struct Scenario {
   std::function<std::string(const Bytes&)> content;
 };
 
+// A run that saves as often as it likes. A save is over when its journal is removed.
+struct FreeRun {
+  std::string name;
+  Bytes database;  // at the start
+  std::function<void(FileSystem&)> play;
+  std::function<std::string(const Bytes&)> content;  // as in Scenario
+};
+
 // The file after so many saves without a crash.
 Bytes imageAfter(const Scenario& scenario, std::size_t saves);
 
@@ -44,6 +52,7 @@ struct CrashPlan {
 
 // The power is lost at every operation of the run, with every kind of loss.
 CrashCounts loseThePower(const Scenario& scenario, const CrashPlan& plan);
+CrashCounts loseThePower(const FreeRun& run, const CrashPlan& plan);
 // Every operation of the run fails, once and from then on, in every way; then the power is lost as well, or
 // the failed save is tried again.
 CrashCounts failEverything(const Scenario& scenario);
