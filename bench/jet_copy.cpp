@@ -65,10 +65,7 @@ std::u16string digits(std::int32_t number) {
 void writeJet(const Association& association, Indexes indexes, const std::filesystem::path& path) {
   jet::create::DatabaseBuilder builder;
   auto& persons = builder.addTable(personTable());
-  for (const Person& person : association.persons) {
-    persons.insert({person.id, person.name, person.address, person.telephone, person.flatRate,
-                    textOrNull(person.uid), textOrNull(person.iban), textOrNull(person.bic)});
-  }
+  for (const Person& person : association.persons) persons.insert(rowOf(person));
   auto& groups =
       builder.addTable({u"PersonenGruppenBezeichnungen",
                         {column(u"ID", ColumnType::Long), column(u"Bezeichnung", ColumnType::Text, 100)},
@@ -81,6 +78,17 @@ void writeJet(const Association& association, Indexes indexes, const std::filesy
   }
   std::filesystem::remove(path);
   builder.write(jet::systemFiles(), path);
+}
+
+std::vector<Value> rowOf(const Person& person) {
+  return {person.id,
+          person.name,
+          person.address,
+          person.telephone,
+          person.flatRate,
+          textOrNull(person.uid),
+          textOrNull(person.iban),
+          textOrNull(person.bic)};
 }
 
 std::u16string queries::person(std::int32_t id) {

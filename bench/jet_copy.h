@@ -1,8 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "bench/association.h"
+#include "jet/value.h"
 
 namespace bench {
 
@@ -12,6 +15,9 @@ enum class Indexes { AsVerbindo, GroupOnly, PersonOnly, None };
 
 // Writes the association as a new database file.
 void writeJet(const Association& association, Indexes indexes, const std::filesystem::path& path);
+
+// The values of a row of Namensliste, in the order of its columns.
+std::vector<jet::Value> rowOf(const Person& person);
 
 namespace queries {
 // The members of a group, as the first step of the payout asks for them.

@@ -10,6 +10,7 @@
 #include "bench/payout.h"
 #include "bench/report.h"
 #include "bench/window.h"
+#include "bench/writing.h"
 
 namespace {
 
@@ -41,6 +42,7 @@ int main(int count, char** arguments) {
     bench::Report report;
     report.printHead();
     bench::measureEngine(report, folder.path, here / "pelvanto_bench_memory");
+    bench::measureWriting(report, folder.path / "writing");
     bench::measurePayout(report, folder.path / "payout");
     bench::measureWindow(report, folder.path / "window");
     if (report.aimMissed()) std::printf("At least one aim is missed.\n");

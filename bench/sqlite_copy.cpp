@@ -94,9 +94,14 @@ void SqliteCopy::reopen() {
   execute("PRAGMA cache_size = -32768");
 }
 
-void SqliteCopy::fill(const Association& association) {
+void SqliteCopy::writeDurably() {
+  execute("PRAGMA journal_mode = DELETE");
+  execute("PRAGMA synchronous = FULL");
+}
+
+void SqliteCopy::insertEach(std::span<const Person> persons) {
   Statement person(database_.get(), "INSERT INTO Namensliste VALUES (?, ?, ?, ?, ?, ?, ?, ?)");
-  for (const Person& row : association.persons) {
+  for (const Person& row : persons) {
     person.put(1, row.id);
     person.put(2, row.name);
     person.put(3, row.address);
@@ -107,6 +112,16 @@ void SqliteCopy::fill(const Association& association) {
     person.put(8, row.bic);
     person.run();
   }
+}
+
+void SqliteCopy::insertAll(std::span<const Person> persons) {
+  execute("BEGIN");
+  insertEach(persons);
+  execute("COMMIT");
+}
+
+void SqliteCopy::fill(const Association& association) {
+  insertEach(association.persons);
   Statement group(database_.get(), "INSERT INTO PersonenGruppenBezeichnungen VALUES (?, ?)");
   for (const Group& row : association.groups) {
     group.put(1, row.id);

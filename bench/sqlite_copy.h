@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "bench/association.h"
@@ -20,6 +21,12 @@ class SqliteCopy {
   void reopen();
   // Prepares, steps to the end reading every column, finalizes. Returns the number of rows.
   std::size_t query(const std::string& text);
+
+  // From now on a transaction is on the disk when it ends: a rollback journal, and everything flushed.
+  void writeDurably();
+  // Each as a transaction of its own, or all as one.
+  void insertEach(std::span<const Person> persons);
+  void insertAll(std::span<const Person> persons);
 
  private:
   void execute(const char* text);
