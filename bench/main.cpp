@@ -7,6 +7,7 @@
 
 #include "bench/crash.h"
 #include "bench/engine.h"
+#include "bench/mail_merge.h"
 #include "bench/payout.h"
 #include "bench/report.h"
 #include "bench/window.h"
@@ -43,6 +44,7 @@ int main(int count, char** arguments) {
     report.printHead();
     bench::measureEngine(report, folder.path, here / "pelvanto_bench_memory");
     bench::measureWriting(report, folder.path / "writing");
+    bench::measureMailMerge(report, folder.path / "mail");
     bench::measurePayout(report, folder.path / "payout");
     bench::measureWindow(report, folder.path / "window");
     if (report.aimMissed()) std::printf("At least one aim is missed.\n");

@@ -4,11 +4,11 @@
 #include <optional>
 
 #include "jet/collation.h"
-#include "jet/encode/bytes.h"
 #include "jet/create/catalog.h"
 #include "jet/create/header_page.h"
 #include "jet/create/properties.h"
 #include "jet/create/table_writer.h"
+#include "jet/encode/bytes.h"
 #include "jet/error.h"
 #include "jet/rc4.h"
 
