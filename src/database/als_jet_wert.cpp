@@ -35,6 +35,8 @@ std::optional<jet::Value> alsWahrheitswert(const Feldwert& wert) {
 }
 
 std::optional<jet::Value> alsGanzzahl(const Feldwert& wert) {
+  // As Access stores a truth value in a column of numbers.
+  if (const auto* wahr = std::get_if<bool>(&wert)) return std::int32_t{*wahr ? -1 : 0};
   const std::optional<qint64> zahl = ganzeZahl(wert);
   if (!zahl || *zahl < std::numeric_limits<std::int32_t>::min() ||
       *zahl > std::numeric_limits<std::int32_t>::max()) {

@@ -57,6 +57,10 @@ constexpr std::array kEintraege{
             u"Ein anderes Programm hat den Datensatz inzwischen geändert oder gelöscht, er wurde nicht "
             u"überschrieben"},
     Eintrag{jet::ErrorKind::DiskFull, 3026, u"Auf dem Datenträger der Datei %1 ist kein Platz mehr frei"},
+    Eintrag{
+        jet::ErrorKind::Interrupted, 3158,
+        u"Das Speichern in der Datei %1 wurde unterbrochen und konnte noch nicht rückgängig gemacht werden; "
+        u"Pelvanto holt das beim nächsten Öffnen nach, bitte starten Sie Verbindo nicht vorher"},
 };
 
 // What sounds differently where the file was to be changed.
@@ -172,7 +176,7 @@ Datenbankfehler keinFeld(QStringView name) {
 }
 
 Datenbankfehler speichermangel() {
-  return {3035, u"Der Arbeitsspeicher reicht nicht aus, um die Datenbank zu lesen"_s};
+  return {3035, u"Der Arbeitsspeicher reicht nicht aus, um die Datenbank zu lesen oder zu ändern"_s};
 }
 
 bool istBeschaedigung(const Datenbankfehler& fehler) {

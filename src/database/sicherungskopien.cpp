@@ -45,6 +45,13 @@ void DatenbankRoutinen::sicherungskopieAnbieten(const QString& Pfad, Sicherungsk
                          u", weil keine junge Datei vorhanden ist."_s);
     return;
   }
+  if (jetDateien_.isOpen(alsDateipfad(Pfad))) {
+    // Another connection would go on in a file that has no name any more: nothing is offered that cannot be
+    // done now.
+    fehlerProtokollieren(u"Keine Wiederherstellung der Sicherungskopie von "_s + Pfad +
+                         u", weil die Datenbank noch benutzt wird."_s);
+    return;
+  }
   const QString frage = u"Die Datenbank "_s + Pfad +
                         u" kann nicht geöffnet werden. Vermutlich wurde sie beschädigt. Soll sie jetzt durch "
                         u"die Sicherungskopie vom Zeitpunkt "_s +
@@ -57,11 +64,6 @@ void DatenbankRoutinen::sicherungskopieAnbieten(const QString& Pfad, Sicherungsk
 void DatenbankRoutinen::wiederherstellen(const QString& Pfad, const Sicherungskopie& kopie) {
   fehlerProtokollieren(u"Wiederherstellung der Sicherungskopie von "_s + Pfad + u" aus "_s + kopie.datei +
                        u"("_s + mitMinuten(kopie.zeit) + u") gewünscht!"_s);
-  if (jetDateien_.isOpen(alsDateipfad(Pfad))) {
-    // Another connection would go on in a file that has no name any more.
-    fehlerProtokollieren(Pfad + u" wird noch benutzt, es wurde nichts gelöscht."_s, 4);
-    return;
-  }
   if (!kopieLesbar(kopie.datei)) return;
   if (!dateien_.DateiLoeschen(Pfad, 4)) return;
   fehlerProtokollieren(Pfad + u" gelöscht."_s, 4);

@@ -59,11 +59,13 @@ struct Database::State {
     openCatalog();
   }
 
+  // What fails here is tried again by the next question.
   void openCatalog() {
-    version = pages->version();
-    catalog = std::make_unique<Table>(*pages, u"MSysObjects", readTableDefinition(*pages, catalogPage), warn);
     catalogRead = false;
     bySpelling.clear();
+    const std::uint64_t current = pages->version();
+    catalog = std::make_unique<Table>(*pages, u"MSysObjects", readTableDefinition(*pages, catalogPage), warn);
+    version = current;
   }
 
   // Forgets what was derived from pages that may have changed since.

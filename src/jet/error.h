@@ -28,6 +28,7 @@ enum class ErrorKind {
   NotWritable,   // a table with something that cannot be maintained rightly; the reason names it
   Conflict,      // another program has changed or deleted the row since it was read
   DiskFull,
+  Interrupted,  // a save failed half way and could not be undone yet; the next opening does it
 };
 
 // `what()` is an English sentence for developers; the German text for a clerk is made in database/.

@@ -156,7 +156,7 @@ PageRef PageFile::page(std::uint32_t number, std::uint32_t from) const {
     throw Error(ErrorKind::Damaged,
                 "a reference leads to page " + std::to_string(number) + " outside the file", from);
   }
-  if (lost_) throw Error(ErrorKind::Io, "an interrupted save could not be undone");
+  requireUsable();
   if (transaction_ != nullptr) {
     if (const std::shared_ptr<Page>* changed = transaction_->find(number)) return *changed;
   }
@@ -181,8 +181,12 @@ ChangeStamp PageFile::stamp() const {
   return stamp;
 }
 
+void PageFile::requireUsable() const {
+  if (lost_) throw Error(ErrorKind::Interrupted, "an interrupted save could not be undone");
+}
+
 void PageFile::refresh() {
-  if (lost_) throw Error(ErrorKind::Io, "an interrupted save could not be undone");
+  requireUsable();
   if (transaction_ != nullptr) return;
   if (stamp() == known_) return;
   readHeader();
@@ -196,16 +200,19 @@ void PageFile::refresh() {
 // after it.
 void PageFile::take() {
   if (transaction_ != nullptr) throw Error(ErrorKind::Busy, "a transaction is under way already");
-  if (lost_) throw Error(ErrorKind::Io, "an interrupted save could not be undone");
-  if (format().version != jet4.version || header_.databaseKey != 0) {
+  requireUsable();
+  const auto requireWritable = [this] {
+    if (format().version == jet4.version && header_.databaseKey == 0) return;
     throw Error(ErrorKind::ReadOnly, "only files of Jet 4 that are not encoded are written");
-  }
+  };
+  requireWritable();
   if (hasUsers(files_, path_)) throw Error(ErrorKind::Busy, "another program has the database open");
   file_->acquire();
   try {
     // Another one may have failed in its save since this file was opened.
     recoverAcquired(files_, path_, *file_);
     refresh();
+    requireWritable();  // it may have become another file since it was opened
   } catch (...) {
     file_->release();
     throw;

@@ -78,6 +78,7 @@ class PageFile {
   void readHeader();
   // Beginning and end of a transaction, see there.
   void take();
+  void requireUsable() const;  // Error(Interrupted)
   void giveBack();
   // The transaction's pages are those of the file from now on.
   void adopt(const std::vector<std::shared_ptr<Page>>& pages);

@@ -106,6 +106,7 @@ void Transaction::save(const std::vector<std::shared_ptr<Page>>& pages) {
     endJournal(file_.files_, file_.path_);
   } catch (...) {
     undo();
+    file_.requireUsable();
     throw;
   }
 }

@@ -57,13 +57,15 @@ std::optional<Tabelle> Kontaktdaten::oeffnen(const Person& person, const QString
 }
 
 void Kontaktdaten::merkmalSetzen(const Person& person, const QString& merkmal) {
-  const QString was = u"Das Merkmal '"_s + merkmal + u'\'';
+  const QString name = merkmal == u"keineAnrede"_s ? u"keine Anrede"_s : merkmal;
+  const QString was = u"Das Merkmal '"_s + name + u'\'';
   try {
     std::optional<Tabelle> zeile = oeffnen(person, merkmal);
     if (!zeile) return nichtGespeichert(person, was, kAbfrageFehlgeschlagen);
     if (zeile->amEnde()) return;
     zeile->setzen(merkmal, Feldwert(1));
     zeile->speichern();
+    protokoll_.schreiben(was + u" der PersonenID %1 wurde gesetzt."_s.arg(person.id));
   } catch (const Datenbankfehler& fehler) {
     protokoll_.fehler(fehlertext(fehler));
     nichtGespeichert(person, was, fehler.beschreibung);
@@ -72,15 +74,19 @@ void Kontaktdaten::merkmalSetzen(const Person& person, const QString& merkmal) {
 
 void Kontaktdaten::adresseBerichtigen(
     const Person& person, const std::function<std::optional<QString>(const QString&)>& berichtigen) {
-  const QString was = u"Die Korrektur der Adresse"_s;
+  QString was = u"Die Korrektur der Adresse"_s;
   try {
     std::optional<Tabelle> zeile = oeffnen(person, u"Adresse"_s);
     if (!zeile) return nichtGespeichert(person, was, kAbfrageFehlgeschlagen);
     if (zeile->amEnde()) return;
-    const std::optional<QString> neu = berichtigen(typen_.text(zeile->feld(u"Adresse")));
+    const QString bisher = typen_.text(zeile->feld(u"Adresse"));
+    const std::optional<QString> neu = berichtigen(bisher);
     if (!neu) return;
+    was += u" auf '"_s + *neu + u'\'';
     zeile->setzen(u"Adresse", Feldwert(*neu));
     zeile->speichern();
+    protokoll_.schreiben(u"Die Adresse der PersonenID %1 wurde geändert von '"_s.arg(person.id) + bisher +
+                         u"' auf '"_s + *neu + u"'."_s);
   } catch (const Datenbankfehler& fehler) {
     protokoll_.fehler(fehlertext(fehler));
     nichtGespeichert(person, was, fehler.beschreibung);
@@ -91,8 +97,8 @@ void Kontaktdaten::nichtGespeichert(const Person& person, const QString& was, co
   const QString text = was + u" konnte in den Stammdaten der PersonenID "_s + QString::number(person.id) +
                        u" ("_s + person.namen + u") nicht gespeichert werden: "_s + grund;
   protokoll_.fehler(text, 4);
-  meldungen_.zeigen({text + u".\r\n\r\nDie Serienbrief-Adresse wird trotzdem angelegt. Bitte tragen Sie die "
-                            u"Änderung in Verbindo selbst ein."_s,
+  meldungen_.zeigen({text + u".\r\n\r\nDas Kopieren geht ohne diese Änderung weiter. Bitte tragen Sie sie in "
+                            u"Verbindo selbst ein."_s,
                      Symbol::Ausrufezeichen, Knoepfe::Ok, u"Stammdaten ändern"_s});
 }
 

@@ -15,7 +15,7 @@ QString angehaengt(const QString& liste, const QString& wort) {
   return ohneAeussereBlanks(liste + u' ' + wort);
 }
 
-// A titel in front of a name, with the blank behind it.
+// A title in front of a name, with the blank behind it.
 QString vorangestellt(const QString& titel) {
   const QString text = ohneAeussereBlanks(titel);
   return text.isEmpty() ? text : text + u' ';

@@ -81,7 +81,11 @@ void Serienbriefe::SerienbriefAdressenKopieren(const Liste& liste) {
   if (liste.anzahl() == 0) return;
   const std::vector<Zeile> personen = liste.zeilen();
   const Verlauf verlauf = kopieren(personen);
-  if (!verlauf.grund.isEmpty()) abbruchMelden(personen, verlauf);
+  if (!verlauf.grund.isEmpty()) {
+    // What a failed save has left half done is undone at once, before anybody else opens the file.
+    static_cast<void>(datenbank_.stand(werte_.DatenbankPfad));
+    abbruchMelden(personen, verlauf);
+  }
   if (!verlauf.verworfenes.isEmpty()) verworfenesMelden(verlauf.verworfenes);
 }
 
@@ -112,10 +116,13 @@ Serienbriefe::Verlauf Serienbriefe::kopieren(const std::vector<Zeile>& personen)
 }
 
 QString Serienbriefe::hinzufuegen(Verbindung& verbindung, const Zeile& person, Verlauf& verlauf) {
-  Tabelle adressen = datenbank_.tabelleDirekt(verbindung, vorhandenSQL(person.id()));
-  if (!adressen.amEnde()) return {};
+  const QString vorhanden = vorhandenSQL(person.id());
+  if (!datenbank_.tabelleDirekt(verbindung, vorhanden).amEnde()) return {};
   const AnschriftErgebnis ergebnis = adressen_.AnschriftErstellen(person.id());
   if (!ergebnis.grund.isEmpty()) return ergebnis.grund;
+  // While questions were open somebody else may have added the person.
+  Tabelle adressen = datenbank_.tabelleDirekt(verbindung, vorhanden);
+  if (!adressen.amEnde()) return {};
   adressen.hinzufuegen();
   felderSetzen(adressen, ergebnis.anschrift, person.id());
   adressen.speichern();
@@ -131,11 +138,14 @@ void Serienbriefe::abbruchMelden(const std::vector<Zeile>& personen, const Verla
   if (verlauf.begonnen) {
     text = u"Die Serienbrief-Adresse für "_s + alsText(personen[verlauf.fertig]) +
            u" konnte nicht angelegt werden: "_s + verlauf.grund + u'.';
-    stand =
-        u"Das Kopieren wurde beendet. Die Personen davor (%1 von %2) sind in der "
-        u"Serienbrief-Adressendatei und bleiben dort. Wiederholen Sie das Kopieren, wenn der Grund "
-        u"behoben ist; es ergänzt dann nur, wer noch fehlt."_s.arg(verlauf.fertig)
-            .arg(personen.size());
+    if (verlauf.fertig > 0) {
+      stand =
+          u"Das Kopieren wurde beendet. Die Personen davor (%1 von %2) sind in der "
+          u"Serienbrief-Adressendatei und bleiben dort."_s.arg(verlauf.fertig)
+              .arg(personen.size());
+    }
+    stand +=
+        u" Wiederholen Sie das Kopieren, wenn der Grund behoben ist; es ergänzt dann nur, wer noch fehlt."_s;
   } else {
     text = u"Die Serienbrief-Adressen können nicht kopiert werden: "_s + verlauf.grund + u'.';
   }
@@ -151,8 +161,10 @@ void Serienbriefe::verworfenesMelden(const QStringList& verworfenes) {
       u"Diese Wörter konnten nicht in der Tabelle Vornamen nachgeschlagen werden und fehlen deshalb in den "
       u"Serienbrief-Adressen. Bitte berichtigen Sie diese Adressen in Verbindo:\r\n\r\n"_s +
       verworfenes.first(std::min(verworfenes.size(), kMeisteGenannten)).join(u"\r\n"_s);
-  if (verworfenes.size() > kMeisteGenannten) {
-    text += u"\r\nund %1 weitere Personen (siehe Protokoll)"_s.arg(verworfenes.size() - kMeisteGenannten);
+  const qsizetype weitere = verworfenes.size() - kMeisteGenannten;
+  if (weitere > 0) {
+    const QString personen = weitere == 1 ? u"Person"_s : u"Personen"_s;
+    text += u"\r\nund %1 weitere %2 (siehe Protokoll)"_s.arg(weitere).arg(personen);
   }
   meldungen_.zeigen({text, Symbol::Ausrufezeichen});
 }

@@ -152,7 +152,7 @@ void failAt(const Scenario& scenario, const States& states, CrashCounts& counts,
   try {
     for (; saved < scenario.saves; ++saved) save(saved);
   } catch (const Error& error) {
-    if (error.kind() != failure.kind) {
+    if (error.kind() != failure.kind && error.kind() != ErrorKind::Interrupted) {
       counts.faults.push_back(judge.where + ": another error is told: " + error.what());
     }
   }

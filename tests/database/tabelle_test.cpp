@@ -258,7 +258,7 @@ TEST_F(TabelleTest, ValuesAreStoredExactlyOrNotAtAll) {
       {u"Familie", -32769, std::nullopt},
       {u"Familie", 1.0, Feldwert(1)},
       {u"Familie", 1.5, std::nullopt},
-      {u"Familie", true, std::nullopt},
+      {u"Familie", true, Feldwert(-1)},
       {u"Familie", u"1"_s, std::nullopt},
       {u"Familie", {}, Feldwert()},
       {u"UstPauschaliert", true, Feldwert(true)},

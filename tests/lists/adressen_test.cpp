@@ -128,11 +128,11 @@ TEST_F(AdressenTest, EineAntwortDieSichNichtSpeichernLaesst) {
       u" konnte in den Stammdaten der PersonenID 1 (Huber Johann und Maria) nicht gespeichert werden: Auf "
       u"dem "
       u"Datenträger der Datei /prog/Verbindo.mdb ist kein Platz mehr frei, es wurde nichts gespeichert."
-      u"\r\n\r\nDie Serienbrief-Adresse wird trotzdem angelegt. Bitte tragen Sie die Änderung in Verbindo "
-      u"selbst ein."_s;
+      u"\r\n\r\nDas Kopieren geht ohne diese Änderung weiter. Bitte tragen Sie sie in Verbindo selbst "
+      u"ein."_s;
   ASSERT_EQ(boxen().size(), 3);
   EXPECT_EQ(boxen()[1], u"Das Merkmal 'Familie'"_s + ende);
-  EXPECT_EQ(boxen()[2], u"Die Korrektur der Adresse"_s + ende);
+  EXPECT_EQ(boxen()[2], u"Die Korrektur der Adresse auf 'CH-8001 Zürich, Weg 1'"_s + ende);
   EXPECT_EQ(zeilen(u"Familie, Adresse"_s, u"FROM Namensliste"_s), QStringList(u"-|CH-80001 Zürich, Weg 1"_s));
 }
 

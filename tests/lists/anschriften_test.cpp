@@ -118,7 +118,7 @@ TEST_P(AnschriftenTest, WieAufgeschrieben) {
   EXPECT_EQ(programm.meldungen.ungeplanteFragen, 0);
   EXPECT_TRUE(programm.meldungen.antworten.empty());
   EXPECT_TRUE(programm.meldungen.eingaben.empty());
-  EXPECT_EQ(programm.protokoll(), QStringList());
+  EXPECT_EQ(programm.fehlerprotokoll(), QStringList());
 }
 
 INSTANTIATE_TEST_SUITE_P(Aufgeschrieben, AnschriftenTest, testing::ValuesIn(test::anschriftfaelle()));

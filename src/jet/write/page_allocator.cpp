@@ -127,6 +127,9 @@ void PageAllocator::turnIntoReferences() {
   const auto row = map();
   const std::uint32_t start = ByteReader(row, globalPage).u32(1);
   const Bytes before(row.begin() + inlineMapHeader, row.end());
+  if (usualMapLength > row.size() + DataPageWriter(globalBytes_).freeBytes()) {
+    throw Error(ErrorKind::Damaged, "the map of free pages has no room to grow", globalPage);
+  }
   Bytes references(usualMapLength, 0);
   references[0] = referenceMap;
   DataPageWriter(globalBytes_).replace(globalRow, references, 0);
