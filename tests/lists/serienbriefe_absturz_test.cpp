@@ -14,7 +14,11 @@ namespace {
 
 using jet::test::CrashFiles;
 
+#ifdef __SANITIZE_ADDRESS__
+constexpr int kPersonen = 4;  // many times slower
+#else
 constexpr int kPersonen = 20;
+#endif
 
 // Every name with two first names to count and every fifth with a question to answer, so that one person
 // takes several saves in three tables.
@@ -66,14 +70,14 @@ TEST(SerienbriefeAbsturz, NachStromausfallWieVorOderNachEinemSpeichern) {
   const jet::test::FreeRun lauf{"mail merge of 20 persons", datenbank(),
                                 [](jet::FileSystem& dateien) { kopieren(dateien); }, jet::test::contentOf};
   const jet::test::CrashCounts zahlen = jet::test::loseThePower(lauf, {.seeds = 1, .recoverySample = 50});
-  std::printf("mail merge: %llu states, %llu of them in the recovery; %llu rolled back\n",
+  std::printf("mail merge of %d: %llu states, %llu of them in the recovery; %llu rolled back\n", kPersonen,
               static_cast<unsigned long long>(zahlen.states),
               static_cast<unsigned long long>(zahlen.recoveryStates),
               static_cast<unsigned long long>(zahlen.rolledBack));
   for (const std::string& fehler : zahlen.faults) ADD_FAILURE() << fehler;
   // Two counters or one flag and one address for each person.
   EXPECT_GT(zahlen.states, 3u * 10u * 2u * kPersonen);
-  EXPECT_GT(zahlen.rolledBack, 500u);
+  EXPECT_GT(zahlen.rolledBack, 25u * kPersonen);
 }
 
 TEST(SerienbriefeAbsturz, WasAuchScheitertWirdGesagtUndDieDateiBleibtHeil) {
