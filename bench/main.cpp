@@ -12,6 +12,7 @@
 #include "bench/report.h"
 #include "bench/window.h"
 #include "bench/writing.h"
+#include "database/datenbankfehler.h"
 
 namespace {
 
@@ -52,6 +53,8 @@ int main(int count, char** arguments) {
     return report.floorMissed() ? 1 : 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "pelvanto_bench: %s\n", error.what());
-    return 2;
+  } catch (const pelvanto::Datenbankfehler& error) {
+    std::fprintf(stderr, "pelvanto_bench: %s\n", qPrintable(error.beschreibung));
   }
+  return 2;
 }

@@ -64,7 +64,10 @@ int answer(jet::Database& database, const Argument& query) {
   jet::sql::Session session(database);
   const jet::sql::ResultSet result = session.query(query.u16string());
   std::string line;
-  for (const auto& column : result.columns) line += (line.empty() ? "" : "\t") + jet::toUtf8(column.name);
+  for (const auto& column : result.columns) {
+    if (!line.empty()) line += '\t';
+    line += jet::toUtf8(column.name);
+  }
   std::cout << line << '\n';
   for (std::size_t row = 0; row < result.rowCount(); ++row) {
     line.clear();
