@@ -17,7 +17,6 @@ namespace {
 constexpr double kGroessteGanzeZahl = 9007199254740992.0;
 constexpr qint64 kZehntausend = 10000;
 constexpr int kWaehrungsstellen = 4;
-constexpr double kMillisekundenJeTag = 86400000;
 
 std::optional<qint64> ganzeZahl(const Feldwert& wert) {
   if (const auto* zahl = std::get_if<int>(&wert)) return *zahl;

@@ -58,6 +58,8 @@ std::unique_ptr<Verbindung> DatenbankRoutinen::direktOeffnen(const QString& Pfad
     verbindung = std::make_unique<Verbindung>(jetDateien_, Pfad, Schreibgeschuetzt,
                                               Oeffnungsmeldungen{hinweisen, melden});
   });
+  verbindung->beiUnterbrechung(
+      [this, Pfad](const jet::RecoveryResult& ergebnis) { unterbrechungMelden(Pfad, ergebnis); });
   return verbindung;
 }
 

@@ -11,7 +11,6 @@ namespace {
 // The largest and smallest day that the database's dates know: year 100 to year 9999.
 constexpr double kErsterTag = -657434;
 constexpr double kLetzterTag = 2958466;
-constexpr double kMillisekundenJeTag = 86400000;
 
 // Times of the database have no zone; UTC keeps them free of the gaps of summer time.
 QDateTime alsDatum(double tage) {

@@ -16,6 +16,9 @@ namespace pelvanto {
 // double are double; decimal is Waehrung where it fits, else double; GUID, binary and OLE are bytes.
 using Feldwert = std::variant<std::monostate, bool, int, double, Waehrung, QDateTime, QString, QByteArray>;
 
+// Dates are stored in days.
+inline constexpr double kMillisekundenJeTag = 86400000;
+
 Feldwert alsFeldwert(const jet::Value& wert);
 // The value as this column stores it. Throws jet::Error (TypeMismatch, Limit) where that would not be exactly
 // the same value.

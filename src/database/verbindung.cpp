@@ -89,7 +89,17 @@ jet::sql::ResultSet Verbindung::ergebnis(const QString& sql) {
   letzteAbfrage_ = sql;
   const std::u16string_view text(reinterpret_cast<const char16_t*>(sql.utf16()),
                                  static_cast<std::size_t>(sql.size()));
-  return uebersetzt(pfad_, [&] { return sitzung_->query(text); });
+  return uebersetzt(pfad_, [&] {
+    jet::sql::ResultSet antwort = sitzung_->query(text);
+    unterbrechungenMelden();
+    return antwort;
+  });
+}
+
+void Verbindung::unterbrechungenMelden() {
+  for (const jet::RecoveryResult& ergebnis : datenbank_->pages().takeRecoveries()) {
+    if (unterbrochen_) unterbrochen_(ergebnis);
+  }
 }
 
 Abfrage Verbindung::abfragen(const QString& sql) { return Abfrage(ergebnis(sql)); }
@@ -104,6 +114,7 @@ void Verbindung::schreiben(const std::function<void()>& warten,
   for (int versuch = 0;; ++versuch) {
     try {
       schreibversuch(arbeit);
+      unterbrechungenMelden();
       return;
     } catch (const jet::Error& fehler) {
       if (fehler.kind() != jet::ErrorKind::Busy) throw alsSchreibfehler(fehler, pfad_);

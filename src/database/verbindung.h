@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "database/datenbankfehler.h"
 #include "database/feldwert.h"
@@ -61,6 +62,9 @@ class Verbindung {
   bool schreibgeschuetzt() const { return schreibgeschuetzt_; }
   // The last query that was run, for the report of a failure.
   const QString& letzteAbfrage() const { return letzteAbfrage_; }
+  // Is told of every save of another program that was found broken off, and made good, after the opening;
+  // never while the file is held.
+  void beiUnterbrechung(jet::RecoverySink melden) { unterbrochen_ = std::move(melden); }
   // What tells whether another program wrote meanwhile; throws Datenbankfehler.
   jet::ChangeStamp stand() const;
   // The same, taken before the first page was read.
@@ -69,6 +73,7 @@ class Verbindung {
  private:
   void schreibversuch(const std::function<bool(jet::Transaction&, jet::Database&)>& arbeit);
   Datenbankfehler besetzt() const;
+  void unterbrechungenMelden();
 
   jet::FilePool& dateien_;
   QString pfad_;
@@ -77,6 +82,7 @@ class Verbindung {
   jet::ChangeStamp anfangsstand_;
   std::unique_ptr<jet::Database> datenbank_;
   std::unique_ptr<jet::sql::Session> sitzung_;
+  jet::RecoverySink unterbrochen_;
 };
 
 // The change stamp of a file as it is now. Throws Datenbankfehler.

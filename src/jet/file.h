@@ -12,6 +12,8 @@ class File {
  public:
   virtual ~File() = default;
   virtual std::uint64_t size() const = 0;
+  // False: another file stands at its path now. Systems that do not let that happen answer true.
+  virtual bool isInPlace() const { return true; }
   // Nanoseconds of the last change, from an arbitrary but fixed start; 0 where it is unknown.
   virtual std::int64_t lastWriteTime() const = 0;
   // Fills `target` from `offset` on; reading beyond the end is Error(Truncated).
@@ -41,6 +43,10 @@ class FileSystem {
   // `flushFolder`.
   virtual std::unique_ptr<File> create(const std::filesystem::path& path) = 0;
   virtual bool exists(const std::filesystem::path& path) const = 0;
+  // One spelling for all paths that lead to the same file.
+  virtual std::filesystem::path canonical(const std::filesystem::path& path) const {
+    return path.lexically_normal();
+  }
   // Durable after `flushFolder`.
   virtual void remove(const std::filesystem::path& path) = 0;
   // Never replaces: an existing `to` is Error(Io). Durable after `flushFolder`.

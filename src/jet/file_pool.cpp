@@ -9,7 +9,7 @@ namespace {
 bool isGood(PageFile& file) {
   try {
     file.refresh();
-    return true;
+    return file.isInPlace();
   } catch (const Error&) {
     return false;
   }
@@ -19,15 +19,21 @@ bool isGood(PageFile& file) {
 
 std::shared_ptr<PageFile> FilePool::open(const std::filesystem::path& path, std::size_t cacheBytes,
                                          const RecoverySink& recovered) {
-  std::weak_ptr<PageFile>& place = open_[path.lexically_normal()];
-  if (std::shared_ptr<PageFile> file = place.lock(); file && isGood(*file)) return file;
+  std::weak_ptr<PageFile>& place = open_[files_.canonical(path)];
+  if (const std::shared_ptr<PageFile> file = place.lock()) {
+    const bool good = isGood(*file);
+    for (const RecoveryResult& result : file->takeRecoveries()) {
+      if (recovered) recovered(result);
+    }
+    if (good) return file;
+  }
   auto file = std::make_shared<PageFile>(files_, path, cacheBytes, recovered);
   place = file;
   return file;
 }
 
 bool FilePool::isOpen(const std::filesystem::path& path) const {
-  const auto place = open_.find(path.lexically_normal());
+  const auto place = open_.find(files_.canonical(path));
   return place != open_.end() && !place->second.expired();
 }
 

@@ -5,6 +5,11 @@
 
 namespace jet {
 
+// Page numbers are part of 4-byte pointers whose lowest byte is the row.
+inline constexpr std::uint64_t largestPageCount = 1u << 24;
+// Holds the file's map of free pages, and the maps of tables.
+inline constexpr std::uint32_t globalMapPage = 1;
+
 // Every size and offset that differs between the two versions of the format stands here and nowhere else.
 // Offsets of one structure are from its own start.
 struct Format {

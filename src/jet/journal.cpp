@@ -79,8 +79,9 @@ std::filesystem::path journalPath(const std::filesystem::path& database) {
   return path;
 }
 
-void writeJournal(FileSystem& files, const std::filesystem::path& database, const ChangeStamp& before,
-                  std::uint64_t sizeAfter, std::span<const JournalPage> pages) {
+std::unique_ptr<File> writeJournal(FileSystem& files, const std::filesystem::path& database,
+                                   const ChangeStamp& before, std::uint64_t sizeAfter,
+                                   std::span<const JournalPage> pages) {
   const std::filesystem::path path = journalPath(database);
   clearPlace(files, path);
   std::unique_ptr<File> journal = files.create(path);
@@ -93,6 +94,7 @@ void writeJournal(FileSystem& files, const std::filesystem::path& database, cons
     journal->write(0, encodeHeader(header));
     journal->flush();
     files.flushFolder(path);
+    return journal;
   } catch (...) {
     quietly([&] { markJournal(*journal, 0); });
     journal.reset();
@@ -101,14 +103,10 @@ void writeJournal(FileSystem& files, const std::filesystem::path& database, cons
   }
 }
 
-void endJournal(FileSystem& files, const std::filesystem::path& database) {
-  const std::filesystem::path path = journalPath(database);
-  {
-    const std::unique_ptr<File> journal = files.openShared(path);
-    journal->acquire();
-    markJournal(*journal, 0);
-  }
-  quietly([&] { files.remove(path); });
+void endJournal(FileSystem& files, const std::filesystem::path& database, std::unique_ptr<File>& journal) {
+  markJournal(*journal, 0);
+  journal.reset();
+  quietly([&] { files.remove(journalPath(database)); });
 }
 
 }  // namespace jet

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -23,19 +24,22 @@ struct JournalPage {
   std::span<const std::uint8_t> after;
 };
 
-// Writes the journal; it is on the disk when this returns. `before` is the database's stamp, `sizeAfter` its
-// length in bytes when the transaction is done. Pages in any order, each once; pages behind the old end need
-// no entry. After a failure there is no journal that counts, or one whose pages nobody has written.
-void writeJournal(FileSystem& files, const std::filesystem::path& database, const ChangeStamp& before,
-                  std::uint64_t sizeAfter, std::span<const JournalPage> pages);
+// Writes the journal; it is on the disk when this returns, and stays acquired: nobody can get between a save
+// and its end. `before` is the database's stamp, `sizeAfter` its length in bytes when the transaction is
+// done. Pages in any order, each once; pages behind the old end need no entry. After a failure there is no
+// journal that counts, or one whose pages nobody has written.
+std::unique_ptr<File> writeJournal(FileSystem& files, const std::filesystem::path& database,
+                                   const ChangeStamp& before, std::uint64_t sizeAfter,
+                                   std::span<const JournalPage> pages);
 
 // Ends the transaction: the journal is void on the disk when this returns, then it is removed. That it could
-// not be removed is no failure. After a failure the journal may be void or not: `rollBack`.
-void endJournal(FileSystem& files, const std::filesystem::path& database);
+// not be removed is no failure. After a failure `journal` is still open, void or not: `rollBack`.
+void endJournal(FileSystem& files, const std::filesystem::path& database, std::unique_ptr<File>& journal);
 
 // A transaction failed after `writeJournal`: its journal counts again and the database (`file`, acquired) is
 // put back. After an error nothing of the database may be read until `recover`.
-void rollBack(FileSystem& files, const std::filesystem::path& database, File& file);
+void rollBack(FileSystem& files, const std::filesystem::path& database, File& file,
+              std::unique_ptr<File> journal);
 
 // Before anything is read. `file` is the database, opened shared; it is acquired where there is work to do.
 // Errors: Busy, AccessDenied, Io: the journal is still there and nothing may be read.

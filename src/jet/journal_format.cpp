@@ -11,7 +11,6 @@ namespace jet {
 namespace {
 
 constexpr std::array<std::uint8_t, 8> magic{journalMark, 'o', 'u', 'r', 'n', 'a', 'l', 1};
-constexpr std::uint64_t largestPageCount = 1u << 24;
 
 // Offsets in the header; what is not named is 0.
 constexpr std::size_t pageSizeAt = 8, recordsAt = 12, lengthAt = 16, sizeBeforeAt = 24, sizeAfterAt = 32,

@@ -12,8 +12,6 @@
 namespace jet {
 namespace {
 
-// Page numbers are part of 4-byte pointers whose lowest byte is the row.
-constexpr std::uint64_t largestPageCount = 1u << 24;
 // What a page weighs in the cache beside its bytes: its own fields and its place in the lists.
 constexpr std::size_t pageOverhead = 160;
 
@@ -67,6 +65,13 @@ struct PageFile::Cache {
     entry.older = entries[0].older;
     entries[entry.older].newer = place;
     entries[0].older = place;
+  }
+
+  // For `more` pages of a file of `pageCount` pages nothing has to be allocated afterwards.
+  void makeRoom(std::uint32_t pageCount, std::size_t more) {
+    if (places.size() < pageCount) places.resize(pageCount);
+    entries.reserve(entries.size() + more);
+    unused.reserve(entries.capacity());
   }
 
   const PageRef* find(std::uint32_t number) {
@@ -174,6 +179,7 @@ PageRef PageFile::page(std::uint32_t number, std::uint32_t from, PageType type) 
 }
 
 ChangeStamp PageFile::stamp() const {
+  requireUsable();
   ChangeStamp stamp;
   stamp.size = file_->size();
   stamp.lastWriteTime = file_->lastWriteTime();
@@ -185,9 +191,18 @@ void PageFile::requireUsable() const {
   if (lost_) throw Error(ErrorKind::Interrupted, "an interrupted save could not be undone");
 }
 
+void PageFile::note(RecoveryResult result) {
+  if (result.what != Recovery::None) recoveries_.push_back(std::move(result));
+}
+
 void PageFile::refresh() {
   requireUsable();
   if (transaction_ != nullptr) return;
+  note(recover(files_, path_, *file_));
+  look();
+}
+
+void PageFile::look() {
   if (stamp() == known_) return;
   readHeader();
   cache_ = std::make_unique<Cache>(cache_->limit, pageCount_);
@@ -210,8 +225,8 @@ void PageFile::take() {
   file_->acquire();
   try {
     // Another one may have failed in its save since this file was opened.
-    recoverAcquired(files_, path_, *file_);
-    refresh();
+    note(recoverAcquired(files_, path_, *file_));
+    look();
     requireWritable();  // it may have become another file since it was opened
   } catch (...) {
     file_->release();
@@ -219,14 +234,16 @@ void PageFile::take() {
   }
 }
 
+// Who opens a lost file anew rolls it back: this object must not stand in his way.
 void PageFile::giveBack() {
-  file_->release();
+  lost_ ? file_.reset() : file_->release();
   transaction_ = nullptr;
   ++version_;
 }
 
+void PageFile::makeRoom(std::size_t pages) { cache_->makeRoom(pageCount_, pages); }
+
 void PageFile::adopt(const std::vector<std::shared_ptr<Page>>& pages) {
-  cache_->places.resize(pageCount_);
   for (const std::shared_ptr<Page>& page : pages) {
     cache_->drop(page->number);
     cache_->insert(page, weightOf(*page));

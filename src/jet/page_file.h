@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "jet/byte_reader.h"
@@ -60,10 +61,15 @@ class PageFile {
   // ended. What was derived from pages under another version (definitions, row counts, hash tables) is stale.
   std::uint64_t version() const { return version_; }
   // Looks whether another program has written since the last look; if so, all cached pages are forgotten.
+  // What another one has broken off in the middle is rolled back first: errors as those of `recover`.
   void refresh();
+  // What became of journals that were found since the opening; each is told once.
+  std::vector<RecoveryResult> takeRecoveries() { return std::exchange(recoveries_, {}); }
   // False: a commit failed half way and could not be undone; nothing can be read until the file is opened
   // anew.
   bool isUsable() const { return !lost_; }
+  // False: another file stands at the path now.
+  bool isInPlace() const { return !lost_ && file_->isInPlace(); }
 
   // Tables (by definition page) whose rows and indexes were checked as a whole, since when nobody else has
   // written.
@@ -79,7 +85,11 @@ class PageFile {
   // Beginning and end of a transaction, see there.
   void take();
   void requireUsable() const;  // Error(Interrupted)
+  void look();
+  void note(RecoveryResult result);
   void giveBack();
+  // So that `adopt` needs no memory: a save that is durable cannot fail any more.
+  void makeRoom(std::size_t pages);
   // The transaction's pages are those of the file from now on.
   void adopt(const std::vector<std::shared_ptr<Page>>& pages);
 
@@ -90,6 +100,7 @@ class PageFile {
   ChangeStamp known_;  // as this program last saw or left the file
   std::uint64_t version_ = 0;
   std::set<std::uint32_t> provenSound_;
+  std::vector<RecoveryResult> recoveries_;
   Transaction* transaction_ = nullptr;
   bool lost_ = false;
   bool isDurable_ = false;  // what others wrote is on the disk

@@ -2,7 +2,9 @@
 #include "jet/recovery.h"
 
 #include <algorithm>
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "jet/error.h"
 #include "jet/journal.h"
@@ -94,16 +96,19 @@ void writeOldPages(File& journal, File& file) {
   file.flush();
 }
 
-// `file` is acquired and the journal fits it.
-void apply(FileSystem& files, const std::filesystem::path& database, File& file) {
-  {
-    const std::unique_ptr<File> journal = files.openShared(journalPath(database));
-    journal->acquire();
-    // What was read may stand in the system's memory only.
-    markJournal(*journal, journalMark);
-    writeOldPages(*journal, file);
-  }
-  endJournal(files, database);
+// `file` and `journal` are acquired, and the journal fits.
+void apply(FileSystem& files, const std::filesystem::path& database, File& file,
+           std::unique_ptr<File> journal) {
+  // What was read may stand in the system's memory only.
+  markJournal(*journal, journalMark);
+  writeOldPages(*journal, file);
+  endJournal(files, database, journal);
+}
+
+std::unique_ptr<File> openedAlone(FileSystem& files, const std::filesystem::path& path) {
+  std::unique_ptr<File> file = files.openShared(path);
+  file->acquire();
+  return file;
 }
 
 std::filesystem::path setAside(FileSystem& files, const std::filesystem::path& journal) {
@@ -129,7 +134,7 @@ RecoveryResult recoverAcquired(FileSystem& files, const std::filesystem::path& d
   if (!files.exists(journal)) return {};
   switch (judge(files, journal, file)) {
     case Verdict::Fits:
-      apply(files, database, file);
+      apply(files, database, file, openedAlone(files, journal));
       return {Recovery::RolledBack, {}};
     case Verdict::Foreign:
       return {Recovery::SetAside, setAside(files, journal)};
@@ -160,14 +165,11 @@ RecoveryResult recover(FileSystem& files, const std::filesystem::path& database,
   return recoverAcquired(files, database, file);
 }
 
-void rollBack(FileSystem& files, const std::filesystem::path& database, File& file) {
-  {
-    const std::unique_ptr<File> journal = files.openShared(journalPath(database));
-    journal->acquire();
-    markJournal(*journal, journalMark);
-    if (judge(*journal, file) != Verdict::Fits) throw Error(ErrorKind::Io, "the journal has been changed");
-  }
-  apply(files, database, file);
+void rollBack(FileSystem& files, const std::filesystem::path& database, File& file,
+              std::unique_ptr<File> journal) {
+  markJournal(*journal, journalMark);
+  if (judge(*journal, file) != Verdict::Fits) throw Error(ErrorKind::Io, "the journal has been changed");
+  apply(files, database, file, std::move(journal));
 }
 
 }  // namespace jet

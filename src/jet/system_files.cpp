@@ -1,6 +1,7 @@
 #ifndef _WIN32
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <fcntl.h>
 #include <optional>
@@ -8,6 +9,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -109,25 +111,30 @@ class PosixFile : public File {
     }
   }
 
+  bool isInPlace() const override {
+    struct stat there {};
+    if (::stat(path_.c_str(), &there) != 0) return false;
+    const struct stat known = statusOf(reader_);
+    return there.st_ino == known.st_ino && there.st_dev == known.st_dev;
+  }
+
   void acquire() override {
     ::flock(reader_.get(), LOCK_UN);
     try {
       Descriptor writer(openOrFail(path_, O_RDWR | O_NONBLOCK, "opening for writing failed"));
       lock(writer, LOCK_EX);
-      const struct stat opened = statusOf(writer), known = statusOf(reader_);
-      if (opened.st_ino != known.st_ino || opened.st_dev != known.st_dev) {
+      if (!isInPlace()) {
         throw Error(ErrorKind::Busy, "another program has put a new file in the place of this one");
       }
       writer_ = std::move(writer);
     } catch (...) {
-      ::flock(reader_.get(), LOCK_SH);  // another one's save takes moments
+      lockForReading();
       throw;
     }
   }
-  // Who takes the file between the two locks is waited for: nothing is read in the middle of a save.
   void release() noexcept override {
     writer_.reset();
-    ::flock(reader_.get(), LOCK_SH);
+    lockForReading();
   }
 
   void write(std::uint64_t offset, std::span<const std::uint8_t> content) override {
@@ -152,6 +159,17 @@ class PosixFile : public File {
   }
 
  private:
+  // Who takes the file between the two locks is waited for, as a save takes moments. Nobody waits for ever
+  // for a program that hangs: its journal then tells the next reader that a save is under way.
+  void lockForReading() noexcept {
+    constexpr int attempts = 100;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+      if (::flock(reader_.get(), LOCK_SH | LOCK_NB) == 0) return;
+      if (errno != EWOULDBLOCK && errno != EINTR) return;
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+  }
+
   std::filesystem::path path_;
   Descriptor reader_;
   std::optional<Descriptor> writer_;
@@ -180,6 +198,12 @@ class PosixFileSystem : public FileSystem {
     if (::lstat(path.c_str(), &status) == 0) return true;
     if (errno == ENOENT || errno == ENOTDIR) return false;
     failWith(errno, "looking for a file failed");
+  }
+
+  std::filesystem::path canonical(const std::filesystem::path& path) const override {
+    std::error_code ignored;
+    std::filesystem::path result = std::filesystem::weakly_canonical(path, ignored);
+    return result.empty() ? path.lexically_normal() : result;
   }
 
   void remove(const std::filesystem::path& path) override {

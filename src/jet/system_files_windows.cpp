@@ -66,6 +66,19 @@ Handle openExisting(const std::filesystem::path& path, DWORD access, DWORD share
                               FILE_ATTRIBUTE_NORMAL | FILE_FLAG_RANDOM_ACCESS, nullptr));
 }
 
+// Whoever looks at every new file (a virus scanner) or still has a removed one open gets out of the way
+// within moments. `attempt` answers whether it succeeded.
+template <typename Attempt>
+void patiently(const char* action, Attempt attempt) {
+  constexpr int attempts = 100;
+  for (int number = 1; !attempt(); ++number) {
+    const DWORD code = ::GetLastError();
+    const bool passes = code == ERROR_SHARING_VIOLATION || code == ERROR_ACCESS_DENIED;
+    if (!passes || number == attempts) failWith(code, action);
+    ::Sleep(20);
+  }
+}
+
 OVERLAPPED placeAt(std::uint64_t offset) {
   OVERLAPPED place{};
   place.Offset = static_cast<DWORD>(offset);
@@ -182,9 +195,12 @@ class WindowsFileSystem : public FileSystem {
   }
 
   std::unique_ptr<File> create(const std::filesystem::path& path) override {
-    Handle handle(::CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!handle.isOpen()) failWith(::GetLastError(), "creating failed");
+    Handle handle;
+    patiently("creating failed", [&] {
+      handle = Handle(::CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+      return handle.isOpen();
+    });
     return std::make_unique<WindowsFile>(path, std::move(handle));
   }
 
@@ -195,14 +211,19 @@ class WindowsFileSystem : public FileSystem {
     failWith(code, "looking for a file failed");
   }
 
+  std::filesystem::path canonical(const std::filesystem::path& path) const override {
+    std::error_code ignored;
+    std::filesystem::path result = std::filesystem::weakly_canonical(path, ignored);
+    return result.empty() ? path.lexically_normal() : result;
+  }
+
   void remove(const std::filesystem::path& path) override {
-    if (::DeleteFileW(path.c_str()) == 0) failWith(::GetLastError(), "removing failed");
+    patiently("removing failed", [&] { return ::DeleteFileW(path.c_str()) != 0; });
   }
 
   void rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
-    if (::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) == 0) {
-      failWith(::GetLastError(), "renaming failed");
-    }
+    patiently("renaming failed",
+              [&] { return ::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) != 0; });
   }
 
   // A new name reaches the disk with the flush of its file, a new place with MOVEFILE_WRITE_THROUGH. There is

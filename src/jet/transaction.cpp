@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "jet/error.h"
@@ -12,7 +13,6 @@ namespace jet {
 namespace {
 
 constexpr std::uint64_t largestFile = std::uint64_t{2} << 30;  // bytes
-constexpr std::uint32_t globalMapPage = 1;
 
 // Programs that know nothing of our journal should meet a page before anything refers to it.
 int turn(const Page& page, std::uint32_t pagesBefore) {
@@ -78,6 +78,7 @@ std::vector<std::shared_ptr<Page>> Transaction::pagesInOrder() const {
 void Transaction::commit() {
   const std::vector<std::shared_ptr<Page>> pages = pagesInOrder();
   if (!pages.empty()) {
+    file_.makeRoom(pages.size());
     save(pages);
     file_.adopt(pages);
   }
@@ -99,22 +100,23 @@ void Transaction::save(const std::vector<std::shared_ptr<Page>>& pages) {
   }
   if (!file_.isDurable_) disk.flush();
   file_.isDurable_ = true;
-  writeJournal(file_.files_, file_.path_, file_.known_, std::uint64_t{file_.pageCount_} * pageSize, journal);
+  std::unique_ptr<File> written = writeJournal(file_.files_, file_.path_, file_.known_,
+                                               std::uint64_t{file_.pageCount_} * pageSize, journal);
   try {
     for (const auto& page : pages) disk.write(std::uint64_t{page->number} * pageSize, page->bytes);
     disk.flush();
-    endJournal(file_.files_, file_.path_);
+    endJournal(file_.files_, file_.path_, written);
   } catch (...) {
-    undo();
+    undo(std::move(written));
     file_.requireUsable();
     throw;
   }
 }
 
 // Where the old pages cannot be written back, the next opening does it.
-void Transaction::undo() {
+void Transaction::undo(std::unique_ptr<File> journal) {
   try {
-    rollBack(file_.files_, file_.path_, *file_.file_);
+    rollBack(file_.files_, file_.path_, *file_.file_, std::move(journal));
     file_.known_ = file_.stamp();
   } catch (...) {
     file_.lost_ = true;

@@ -41,7 +41,7 @@ class Transaction {
   const std::shared_ptr<Page>* find(std::uint32_t number) const;
   std::vector<std::shared_ptr<Page>> pagesInOrder() const;
   void save(const std::vector<std::shared_ptr<Page>>& pages);
-  void undo();
+  void undo(std::unique_ptr<File> journal);
 
   PageFile& file_;
   std::unordered_map<std::uint32_t, std::shared_ptr<Page>> changed_;

@@ -8,7 +8,6 @@
 namespace jet {
 namespace {
 
-constexpr std::uint32_t globalMapPage = 1;
 constexpr std::size_t bitmapPageHeader = 4;
 
 struct Collector {

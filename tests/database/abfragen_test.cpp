@@ -5,7 +5,7 @@ using namespace Qt::StringLiterals;
 namespace pelvanto {
 namespace {
 
-const QString kDatenbank = u"/prog/Verbindo.mdb"_s;
+using test::kDatenbank;
 
 class AbfragenTest : public testing::Test, protected test::Datenbankwelt {
  protected:

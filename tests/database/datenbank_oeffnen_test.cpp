@@ -5,17 +5,18 @@ using namespace Qt::StringLiterals;
 namespace pelvanto {
 namespace {
 
-const QString kPfad = u"/prog/Verbindo.mdb"_s;
-const QString kBAK = u"/prog/Verbindo.BAK"_s;
+using test::kBAK;
+using test::kDatenbank;
+
 const QString kKOM = u"/prog/Verbindo.KOM"_s;
 
 const QString kVersuchFehler =
-    u") in Prozedur DatenbankOeffnenVersuch in Modul DatenbankRoutinen: "_s + kPfad;
-const QString kGesperrt = u"Fehler 3045 (Die Datei "_s + kPfad +
+    u") in Prozedur DatenbankOeffnenVersuch in Modul DatenbankRoutinen: "_s + kDatenbank;
+const QString kGesperrt = u"Fehler 3045 (Die Datei "_s + kDatenbank +
                           u" wird von einem anderen Programm benutzt und ist zurzeit gesperrt"_s +
                           kVersuchFehler;
-const QString kNichtGeoeffnet = u"Datenbank konnte nicht geöffnet werden: "_s + kPfad;
-const QString kKeineJunge = u"Keine Wiederherstellung der Sicherungskopie von "_s + kPfad +
+const QString kNichtGeoeffnet = u"Datenbank konnte nicht geöffnet werden: "_s + kDatenbank;
+const QString kKeineJunge = u"Keine Wiederherstellung der Sicherungskopie von "_s + kDatenbank +
                             u", weil keine junge Datei vorhanden ist."_s;
 const QString kWiederhergestellt =
     u" Die Datenbank wurde aus einer Sicherungskopie wiederhergestellt. Bitte prüfen Sie unbedingt in der "
@@ -30,14 +31,14 @@ class DatenbankOeffnenTest : public testing::Test, protected test::Datenbankwelt
   }
 
   bool oeffnen(bool schreibgeschuetzt = false, bool meldungZeigen = false) {
-    return routinen.DatenbankOeffnen(verbindung, kPfad, schreibgeschuetzt, meldungZeigen);
+    return routinen.DatenbankOeffnen(verbindung, kDatenbank, schreibgeschuetzt, meldungZeigen);
   }
-  void beschaedigteDatenbank() { programm.dateien.anlegen(kPfad, QByteArray(100000, 'x')); }
+  void beschaedigteDatenbank() { programm.dateien.anlegen(kDatenbank, QByteArray(100000, 'x')); }
   void kopie(const QString& name, const QDateTime& geschrieben) {
     programm.ablegen(name, bytes).zeiten.letztesSchreiben = geschrieben;
   }
   QString offerte(const QString& zeitpunkt) const {
-    return u"Die Datenbank "_s + kPfad +
+    return u"Die Datenbank "_s + kDatenbank +
            u" kann nicht geöffnet werden. Vermutlich wurde sie beschädigt. Soll sie jetzt durch die "
            "Sicherungskopie vom Zeitpunkt "_s +
            zeitpunkt + u" ersetzt werden?"_s;
@@ -53,7 +54,7 @@ class DatenbankOeffnenTest : public testing::Test, protected test::Datenbankwelt
 };
 
 TEST_F(DatenbankOeffnenTest, AGoodFileOpensAtOnceAndWithoutALine) {
-  programm.ablegen(kPfad, bytes);
+  programm.ablegen(kDatenbank, bytes);
   EXPECT_TRUE(oeffnen());
   ASSERT_TRUE(verbindung);
   EXPECT_FALSE(verbindung->schreibgeschuetzt());
@@ -64,7 +65,7 @@ TEST_F(DatenbankOeffnenTest, AGoodFileOpensAtOnceAndWithoutALine) {
   EXPECT_TRUE(oeffnen(true));
   EXPECT_TRUE(verbindung->schreibgeschuetzt());
   EXPECT_EQ(programm.fehlerprotokoll(),
-            QStringList(u"Datenbank soll schreibgeschützt geöffnet werden: "_s + kPfad));
+            QStringList(u"Datenbank soll schreibgeschützt geöffnet werden: "_s + kDatenbank));
 }
 
 TEST_F(DatenbankOeffnenTest, AMissingFileIsFalseWithoutAWord) {
@@ -75,7 +76,7 @@ TEST_F(DatenbankOeffnenTest, AMissingFileIsFalseWithoutAWord) {
 }
 
 TEST_F(DatenbankOeffnenTest, ABusyFileIsTriedFiveTimesAndNeverOfferedForReplacement) {
-  programm.ablegen(kPfad, bytes);
+  programm.ablegen(kDatenbank, bytes);
   kopie(kBAK, vor(0));
   programm.jet.gesperrteOeffnungen = 1000;
   EXPECT_FALSE(oeffnen());
@@ -96,7 +97,7 @@ TEST_F(DatenbankOeffnenTest, ABusyFileIsTriedFiveTimesAndNeverOfferedForReplacem
 }
 
 TEST_F(DatenbankOeffnenTest, AFileThatComesFreeOpensAtTheThirdAttempt) {
-  programm.ablegen(kPfad, bytes);
+  programm.ablegen(kDatenbank, bytes);
   programm.jet.gesperrteOeffnungen = 1000;
   programm.uhr.beimWarten = [&](int nummer) {
     if (nummer == 2) programm.jet.gesperrteOeffnungen = 0;
@@ -105,7 +106,7 @@ TEST_F(DatenbankOeffnenTest, AFileThatComesFreeOpensAtTheThirdAttempt) {
   EXPECT_TRUE(verbindung);
   EXPECT_EQ(programm.protokoll(),
             QStringList({kGesperrt, u"    intZaehler = 1"_s, kGesperrt, u"    intZaehler = 2"_s,
-                         u"    Öffnen hat funktioniert bei lngZaehler = 3: "_s + kPfad}));
+                         u"    Öffnen hat funktioniert bei lngZaehler = 3: "_s + kDatenbank}));
 }
 
 TEST_F(DatenbankOeffnenTest, ADamagedFileIsReplacedByTheYoungerCopy) {
@@ -153,12 +154,12 @@ TEST_F(DatenbankOeffnenTest, ADamagedFileIsReplacedByTheYoungerCopy) {
                   u"        LastWrite: "_s + vor(tage).toString(u"dd.MM.yyyy HH:mm:ss"_s));
       }
     }
-    EXPECT_EQ(zeilenMit(u"Wiederherstellung der Sicherungskopie von "_s + kPfad + u" aus "_s + fall.gewaehlt +
-                        u"("_s + zeitpunkt + u") gewünscht!"_s),
+    EXPECT_EQ(zeilenMit(u"Wiederherstellung der Sicherungskopie von "_s + kDatenbank + u" aus "_s +
+                        fall.gewaehlt + u"("_s + zeitpunkt + u") gewünscht!"_s),
               1);
-    EXPECT_TRUE(zeilen.contains(u"    "_s + kPfad + u" gelöscht."_s));
-    EXPECT_TRUE(zeilen.contains(u"    "_s + fall.gewaehlt + u" in "_s + kPfad + u" umbenannt."_s));
-    EXPECT_EQ(zeilen.last(), u"    Öffnen hat funktioniert bei lngZaehler = 2: "_s + kPfad);
+    EXPECT_TRUE(zeilen.contains(u"    "_s + kDatenbank + u" gelöscht."_s));
+    EXPECT_TRUE(zeilen.contains(u"    "_s + fall.gewaehlt + u" in "_s + kDatenbank + u" umbenannt."_s));
+    EXPECT_EQ(zeilen.last(), u"    Öffnen hat funktioniert bei lngZaehler = 2: "_s + kDatenbank);
     verbindung.reset();
   }
 }
@@ -173,7 +174,7 @@ TEST_F(DatenbankOeffnenTest, CopiesAreFoundInAnyLetterCase) {
   EXPECT_TRUE(oeffnen());
   EXPECT_EQ(zeilenMit(u"strBAK = "_s + bak), 1);
   EXPECT_EQ(zeilenMit(u"strKOM = "_s + kom), 1);
-  EXPECT_EQ(zeilenMit(bak + u" in "_s + kPfad + u" umbenannt."_s), 1);
+  EXPECT_EQ(zeilenMit(bak + u" in "_s + kDatenbank + u" umbenannt."_s), 1);
   EXPECT_FALSE(programm.dateien.existiert(bak));
   EXPECT_TRUE(programm.dateien.existiert(kom));
 }
@@ -186,7 +187,7 @@ TEST_F(DatenbankOeffnenTest, OldCopiesAreNotOffered) {
   EXPECT_TRUE(programm.meldungen.gezeigt.empty());
   EXPECT_EQ(zeilenMit(kKeineJunge), 5);
   EXPECT_EQ(programm.protokoll().last(), kNichtGeoeffnet);
-  EXPECT_TRUE(programm.dateien.existiert(kPfad));
+  EXPECT_TRUE(programm.dateien.existiert(kDatenbank));
 }
 
 TEST_F(DatenbankOeffnenTest, NoCopyAtAllIsLoggedAtEveryAttempt) {
@@ -203,7 +204,7 @@ TEST_F(DatenbankOeffnenTest, NoRepeatsTheQuestionAtEveryAttempt) {
   EXPECT_EQ(programm.meldungen.gezeigt.size(), 5U);
   EXPECT_EQ(zeilenMit(u"gewünscht!"_s), 0);
   EXPECT_TRUE(programm.dateien.existiert(kKOM));
-  EXPECT_EQ(programm.dateien.inhalt(kPfad), QByteArray(100000, 'x'));
+  EXPECT_EQ(programm.dateien.inhalt(kDatenbank), QByteArray(100000, 'x'));
 }
 
 TEST_F(DatenbankOeffnenTest, NothingIsDeletedForACopyThatCannotBeRead) {
@@ -234,7 +235,7 @@ TEST_F(DatenbankOeffnenTest, NothingIsDeletedForACopyThatCannotBeRead) {
     programm.dateien.loeschen(u"/prog/26_03_16.txt"_s);
     programm.meldungen.antworten.assign(5, Antwort::Ja);
     EXPECT_FALSE(oeffnen());
-    EXPECT_EQ(programm.dateien.inhalt(kPfad), QByteArray(100000, 'x'));
+    EXPECT_EQ(programm.dateien.inhalt(kDatenbank), QByteArray(100000, 'x'));
     EXPECT_TRUE(programm.dateien.existiert(kBAK));
     EXPECT_EQ(
         zeilenMit(u"    Die Sicherungskopie "_s + kBAK + u" ist nicht lesbar, es wurde nichts gelöscht."_s),
@@ -246,7 +247,7 @@ TEST_F(DatenbankOeffnenTest, NothingIsDeletedForACopyThatCannotBeRead) {
 TEST_F(DatenbankOeffnenTest, ADatabaseThatCannotBeDeletedStaysAndTheAttemptsGoOn) {
   beschaedigteDatenbank();
   kopie(kBAK, vor(0));
-  programm.dateien.anlegen(kPfad, QByteArray(100000, 'x'));
+  programm.dateien.anlegen(kDatenbank, QByteArray(100000, 'x'));
   test::StoerDateisystem stoerung(programm.dateien);
   stoerung.stoere(u"loeschen"_s, {Dateifehlernummer::ZugriffVerweigert, u"Zugriff verweigert"_s});
   DateienFinden gestoert{stoerung,           protokoll,
@@ -255,10 +256,10 @@ TEST_F(DatenbankOeffnenTest, ADatabaseThatCannotBeDeletedStaysAndTheAttemptsGoOn
   DatenbankRoutinen betroffen{jetDateien,           gestoert,    protokoll, programm.meldungen,
                               programm.oberflaeche, programm.uhr};
   programm.meldungen.antworten.assign(5, Antwort::Ja);
-  EXPECT_FALSE(betroffen.DatenbankOeffnen(verbindung, kPfad, false, false));
+  EXPECT_FALSE(betroffen.DatenbankOeffnen(verbindung, kDatenbank, false, false));
   EXPECT_EQ(zeilenMit(u"gewünscht!"_s), 5);
   EXPECT_EQ(zeilenMit(u"umbenannt."_s), 0);
-  EXPECT_TRUE(programm.dateien.existiert(kPfad));
+  EXPECT_TRUE(programm.dateien.existiert(kDatenbank));
   EXPECT_TRUE(programm.dateien.existiert(kBAK));
   for (const Meldung& meldung : programm.meldungen.gezeigt) EXPECT_NE(meldung.text, kWiederhergestellt);
 }

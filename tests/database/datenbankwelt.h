@@ -10,6 +10,9 @@
 
 namespace pelvanto::test {
 
+inline const QString kDatenbank = QStringLiteral("/prog/Verbindo.mdb");
+inline const QString kBAK = QStringLiteral("/prog/Verbindo.BAK");
+
 // The database routines over files in memory.
 struct Datenbankwelt {
   // The whole file, as it stands now, has no fault.

@@ -10,7 +10,8 @@ using namespace Qt::StringLiterals;
 namespace pelvanto {
 namespace {
 
-const QString kDatenbank = u"/prog/Verbindo.mdb"_s;
+using test::kDatenbank;
+
 const QString kBenutzer = u"/prog/Verbindo.ldb"_s;
 const QString kHans = u"SELECT * FROM Vornamen WHERE Vorname = 'Hans'"_s;
 

@@ -6,8 +6,8 @@ using namespace Qt::StringLiterals;
 namespace pelvanto {
 namespace {
 
-const QString kDatenbank = u"/prog/Verbindo.mdb"_s;
-const QString kBAK = u"/prog/Verbindo.BAK"_s;
+using test::kBAK;
+using test::kDatenbank;
 
 class UnterbrechungTest : public testing::Test, protected test::Datenbankwelt {
  protected:
@@ -57,6 +57,24 @@ TEST_F(UnterbrechungTest, TheNextOpeningUndoesItAndTheLogSaysSo) {
             QStringList({u"Ein unterbrochener Speichervorgang wurde rückgängig gemacht: "_s + kDatenbank,
                          u"    Die Datenbank ist wieder so, wie sie vor diesem Speichervorgang war."_s}));
   pruefen(kDatenbank);
+}
+
+TEST_F(UnterbrechungTest, ASaveUndoesWhatAnotherProgramLeftMeanwhileAndTheLogSaysSo) {
+  const QString journal = journale().front();
+  const QByteArray halb = inhalt(), aufzeichnung = programm.dateien.inhalt(journal);
+  ASSERT_TRUE(oeffnen());
+  programm.dateien.anlegen(kDatenbank, halb);
+  programm.dateien.anlegen(journal, aufzeichnung);
+  const auto meldungen = programm.fehlerprotokoll().size();
+
+  std::optional<Tabelle> hans;
+  ASSERT_TRUE(routinen.TabelleOeffnen(*verbindung, hans, u"Vornamen"_s, false));
+  hans->setzen(u"Anzahl", 6);
+  hans->speichern();
+  EXPECT_EQ(journale(), QStringList());
+  EXPECT_EQ(programm.fehlerprotokoll().size(), meldungen + 2);
+  pruefen(kDatenbank);
+  EXPECT_EQ(std::get<int>(verbindung->abfragen(u"SELECT Anzahl FROM Vornamen"_s).feld(u"Anzahl")), 6);
 }
 
 TEST_F(UnterbrechungTest, AsLongAsItCannotBeUndoneTheFileIsNotOpened) {

@@ -11,7 +11,6 @@ namespace jet::create {
 
 namespace {
 
-constexpr std::uint32_t globalMapPage = 1;
 constexpr std::uint32_t inlineBytes = usualMapLength - inlineMapHeader;
 constexpr std::uint32_t inlinePages = inlineBytes * 8;
 constexpr std::uint32_t largestGlobalInlineBytes = 3900;  // what page 1 has room for

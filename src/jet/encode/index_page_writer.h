@@ -16,6 +16,8 @@ class IndexPageWriter {
  public:
   static constexpr std::size_t capacity = pageSize - 480;  // bytes of entries, see Format::indexEntries
   static constexpr std::size_t levelOffset = 26;
+  // What stands behind the key of an entry: its row, and in nodes the page below.
+  static constexpr std::size_t rowSize = 4, childSize = 4;
 
   // Two entries of a node, each with row and child, must fit on a page.
   static constexpr std::size_t longestKey = capacity / 2 - 8;

@@ -12,7 +12,7 @@ namespace {
 using encode::IndexPageWriter;
 using encode::pageSize;
 
-constexpr std::size_t rowSize = 4, childSize = 4;
+constexpr std::size_t rowSize = IndexPageWriter::rowSize, childSize = IndexPageWriter::childSize;
 constexpr std::uint32_t entriesStart = pageSize - IndexPageWriter::capacity;
 
 void setBit(std::span<std::uint8_t> bytes, std::uint16_t end, bool value) {

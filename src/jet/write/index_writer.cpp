@@ -7,8 +7,6 @@ namespace jet::write {
 
 namespace {
 
-constexpr std::size_t childSize = 4;
-
 std::string entryOf(std::string_view key, RowId row) {
   std::string entry(key);
   encode::append24BigEndian(entry, row.page);
@@ -96,7 +94,7 @@ bool IndexWriter::hasKeyBeside(const IndexPage& leaf, std::size_t position, std:
 
 bool IndexWriter::insert(std::string_view key, RowId row) {
   const std::string entry = entryOf(key, row);
-  if (entry.size() + childSize > encode::IndexPageWriter::capacity / 2) {
+  if (entry.size() + encode::IndexPageWriter::childSize > encode::IndexPageWriter::capacity / 2) {
     throw Error(ErrorKind::Limit, "an index key is too long for its page");
   }
   Path path = descend(entry);
