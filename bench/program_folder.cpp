@@ -35,7 +35,8 @@ ProgramFolder::ProgramFolder(const std::filesystem::path& folder, std::size_t me
            Indexes::AsVerbindo, folder / "Verbindo.mdb");
   std::ofstream(folder / "verbindo.ini", std::ios::binary) << settings;
   services_ = std::make_unique<pelvanto::Umgebung>(
-      pelvanto::Aussenwelt{clock_, boxes_, surface_, numbers_, files_, jet::systemFiles()},
+      pelvanto::Aussenwelt{clock_, boxes_, surface_, numbers_, files_, jet::systemFiles(), printer_,
+                           programs_},
       pelvanto::prozesswerteFuer(QString::fromStdString(folder.string()), files_));
 }
 

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "seams/anwendungen.h"
+#include "seams/drucker.h"
 #include "seams/gebietsschema.h"
 #include "seams/meldungen.h"
 #include "seams/oberflaeche.h"
@@ -52,12 +54,28 @@ class ProgramFolder {
     int landesvorwahl() const override { return 43; }
   };
 
+  class NoPrinter : public pelvanto::Drucker {
+   public:
+    QString standarddrucker() const override { return {}; }
+    std::unique_ptr<pelvanto::Druckdokument> dokument(const QString&) override {
+      throw pelvanto::Druckfehler{pelvanto::kDruckerfehler, {}};
+    }
+  };
+  class NoPrograms : public pelvanto::Anwendungen {
+   public:
+    int oeffnen(const QString&, int) override { return pelvanto::kKeineAnwendung; }
+    pelvanto::Dateifehler starten(const QString&, const QString&) override { return {}; }
+    QString schreibtisch() const override { return {}; }
+  };
+
   std::filesystem::path folder_;
   Clock clock_;
   Boxes boxes_;
   Surface surface_;
   German numbers_;
   pelvanto::EchtesDateisystem files_;
+  NoPrinter printer_;
+  NoPrograms programs_;
   std::unique_ptr<pelvanto::Umgebung> services_;
 };
 

@@ -4,9 +4,11 @@
 #include <QTranslator>
 
 #include "jet/file.h"
+#include "seams/real/echte_anwendungen.h"
 #include "seams/real/echte_meldungen.h"
 #include "seams/real/echte_oberflaeche.h"
 #include "seams/real/echte_uhr.h"
+#include "seams/real/echter_drucker.h"
 #include "seams/real/echtes_dateisystem.h"
 #include "seams/real/echtes_gebietsschema.h"
 #include "shell/haupt_fenster.h"
@@ -26,8 +28,10 @@ int main(int argc, char* argv[]) {
   pelvanto::EchteOberflaeche oberflaeche;
   pelvanto::EchtesGebietsschema gebietsschema;
   pelvanto::EchtesDateisystem dateisystem;
+  pelvanto::EchterDrucker drucker;
+  pelvanto::EchteAnwendungen anwendungen;
   pelvanto::Umgebung umgebung(
-      {uhr, meldungen, oberflaeche, gebietsschema, dateisystem, jet::systemFiles()},
+      {uhr, meldungen, oberflaeche, gebietsschema, dateisystem, jet::systemFiles(), drucker, anwendungen},
       pelvanto::prozesswerteFuer(QCoreApplication::applicationDirPath(), dateisystem));
 
   pelvanto::HauptFenster fenster(umgebung);

@@ -13,6 +13,7 @@
 #include "demo/seams.h"
 #include "jet/file.h"
 #include "seams/real/echte_oberflaeche.h"
+#include "seams/real/echter_drucker.h"
 #include "seams/real/echtes_dateisystem.h"
 #include "shell/haupt_fenster.h"
 #include "shell/schrift.h"
@@ -35,8 +36,11 @@ int vorfuehren(const QString& ordner, Uhr& uhr, const Gebietsschema& schema) {
   vorfuehrung::GedruckteMeldungen meldungen;
   EchteOberflaeche oberflaeche;
   EchtesDateisystem dateisystem;
-  Umgebung umgebung({uhr, meldungen, oberflaeche, schema, dateisystem, jet::systemFiles()},
-                    prozesswerteFuer(ordner, dateisystem));
+  PDFDrucker drucker(ordner);
+  vorfuehrung::OrdnerAnwendungen anwendungen(ordner);
+  Umgebung umgebung(
+      {uhr, meldungen, oberflaeche, schema, dateisystem, jet::systemFiles(), drucker, anwendungen},
+      prozesswerteFuer(ordner, dateisystem));
   const QStringList vorher = zahlungsdateien(ordner);
   HauptFenster fenster(umgebung);
   oberflaeche.fortschrittZeigenMit([&](int nummer, int anzahl) {

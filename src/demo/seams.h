@@ -2,6 +2,7 @@
 
 #include <QLocale>
 
+#include "seams/anwendungen.h"
 #include "seams/gebietsschema.h"
 #include "seams/meldungen.h"
 #include "seams/real/landesvorwahl.h"
@@ -28,6 +29,18 @@ class Vorfuehruhr : public Uhr {
 
  private:
   QDateTime fest_;
+};
+
+// Nothing is opened or started; what would go to the desktop lies in the program folder.
+class OrdnerAnwendungen : public Anwendungen {
+ public:
+  explicit OrdnerAnwendungen(QString ordner) : ordner_(std::move(ordner)) {}
+  int oeffnen(const QString&, int) override { return kKeineAnwendung; }
+  Dateifehler starten(const QString&, const QString&) override { return {}; }
+  QString schreibtisch() const override { return ordner_; }
+
+ private:
+  QString ordner_;
 };
 
 // Number characters of a language that is asked for.

@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "seams/anwendungen.h"
 #include "seams/dateisystem.h"
 #include "seams/gebietsschema.h"
 #include "seams/meldungen.h"
@@ -74,6 +75,26 @@ class FakeGebietsschema : public Gebietsschema {
   int landesvorwahl() const override { return vorwahl; }
   int vorwahl = 43;
   Zahlenzeichen zeichen;  // German unless set otherwise
+};
+
+// Records what was to be opened and started.
+class FakeAnwendungen : public Anwendungen {
+ public:
+  int oeffnen(const QString& datei, int fensterart) override {
+    geoeffnet.emplace_back(datei, fensterart);
+    return antwort;
+  }
+  Dateifehler starten(const QString& programm, const QString& argument) override {
+    gestartet.emplace_back(programm, argument);
+    return startfehler;
+  }
+  QString schreibtisch() const override { return schreibtischordner; }
+
+  std::vector<std::pair<QString, int>> geoeffnet;
+  std::vector<std::pair<QString, QString>> gestartet;
+  int antwort = 42;
+  Dateifehler startfehler;
+  QString schreibtischordner = QStringLiteral("/tisch");
 };
 
 // Files in memory. Paths are compared letter by letter; separators are those that the caller uses.

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "common/fake_drucker.h"
 #include "common/fakes.h"
 #include "common/speicher_jet.h"
 #include "common/verbindo_datenbank.h"
@@ -33,7 +34,7 @@ struct Testprogramm {
   // What the program has around it. The contact database may lie in other files, e.g. such as lose power;
   // then `dateien` needs a file of its name.
   Aussenwelt aussenwelt(jet::FileSystem& jetDateien) {
-    return {uhr, meldungen, oberflaeche, gebietsschema, dateien, jetDateien};
+    return {uhr, meldungen, oberflaeche, gebietsschema, dateien, jetDateien, drucker, anwendungen};
   }
 
   // The lines of today's log, without their times, from their indents on.
@@ -51,6 +52,8 @@ struct Testprogramm {
   FakeMeldungen meldungen;
   FakeOberflaeche oberflaeche;
   FakeGebietsschema gebietsschema;
+  FakeDrucker drucker;
+  FakeAnwendungen anwendungen;
   Prozesswerte werte;
 
  private:

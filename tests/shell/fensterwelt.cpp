@@ -63,9 +63,9 @@ void Fensterwelt::einstellungenAnlegen() const {
 }
 
 bool Fensterwelt::starten() {
-  umgebung = std::make_unique<Umgebung>(
-      Aussenwelt{uhr, meldungen, oberflaeche, gebietsschema, dateisystem, jet::systemFiles()},
-      prozesswerteFuer(ordner.path(), dateisystem));
+  umgebung = std::make_unique<Umgebung>(Aussenwelt{uhr, meldungen, oberflaeche, gebietsschema, dateisystem,
+                                                   jet::systemFiles(), drucker, anwendungen},
+                                        prozesswerteFuer(ordner.path(), dateisystem));
   fenster = std::make_unique<HauptFenster>(*umgebung);
   if (!fenster->starten()) return false;
   fenster->show();

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "common/ausgabe.h"
+#include "common/fake_drucker.h"
 #include "common/fakes.h"
 #include "seams/real/echtes_dateisystem.h"
 #include "shell/haupt_fenster.h"
@@ -60,6 +61,8 @@ class Fensterwelt {
   FakeMeldungen meldungen;
   FakeOberflaeche oberflaeche;
   FakeGebietsschema gebietsschema;
+  FakeDrucker drucker;
+  FakeAnwendungen anwendungen;
   std::unique_ptr<Umgebung> umgebung;
   std::unique_ptr<HauptFenster> fenster;
 };
