@@ -36,9 +36,7 @@ class Adressenwelt : public testing::Test {
 
   test::Testprogramm programm;
   test::VerbindoDatenbank datenbank;
-  Umgebung umgebung{{programm.uhr, programm.meldungen, programm.oberflaeche, programm.gebietsschema,
-                     programm.dateien, programm.jet},
-                    programm.werte};
+  Umgebung umgebung{programm.aussenwelt(programm.jet), programm.werte};
 
  private:
   std::vector<std::string> gefundenerSchaden() {
