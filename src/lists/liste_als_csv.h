@@ -14,7 +14,8 @@
 
 namespace pelvanto {
 
-// The bytes of a list as CSV: Windows-1252, lines ended by CR LF, fields separated by ";".
+// The bytes of a list as CSV: Windows-1252, lines ended by CR LF, fields separated by ";" and never quoted,
+// an empty one a blank. Narrow and hidden columns are left out.
 QByteArray csvText(const Liste& liste, const DatenTypen& typen);
 
 // Saves result lists as CSV files on the user's desktop and offers to open them.
@@ -23,11 +24,16 @@ class CSVAusgabe {
   CSVAusgabe(Anwendungen& anwendungen, DateienFinden& dateien, DateiAusfuehren& ausfuehren,
              Protokoll& protokoll, Meldungen& meldungen, Oberflaeche& oberflaeche, const DatenTypen& typen);
 
-  // `name` is the file's name with ".csv". Everything that keeps the file from being written is told; then an
-  // older file of that name is still there.
+  // `name` is the file's name with ".csv"; ":" and "/" in it become blanks. Everything that keeps the file
+  // from being written is told; then an older file of that name is still there.
   void ListeAlsCSV(const Liste& liste, const QString& name);
 
  private:
+  bool schreiben(const QString& pfad, const QByteArray& inhalt);
+  void ablehnen(const QString& datei, const QString& grund);
+  void nichtErstelltMelden(const QString& datei, const QString& grund, bool alteBleibt);
+  void oeffnenAnbieten(const QString& pfad);
+
   Anwendungen& anwendungen_;
   DateienFinden& dateien_;
   DateiAusfuehren& ausfuehren_;

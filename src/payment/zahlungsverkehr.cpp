@@ -1,8 +1,8 @@
 #include "payment/zahlungsverkehr.h"
 
 #include "payment/zahlungsdatei.h"
-#include "payment/zahlungsdatei_schreiben.h"
 #include "support/blanks.h"
+#include "support/dauerhaft_schreiben.h"
 #include "support/pfade.h"
 #include "support/zahlenformat.h"
 
@@ -100,7 +100,7 @@ bool Zahlungsverkehr::schreiben(const QString& pfad, const QByteArray& inhalt, c
   Schreibergebnis ergebnis;
   ergebnis.fehler = ZahlungsdateiPruefen(inhalt, tabelle);
   if (ergebnis.fehler.isEmpty()) {
-    ergebnis = dauerhaftSchreiben(dateien_, protokoll_, pfad, inhalt);
+    ergebnis = dauerhaftSchreiben(dateien_, protokoll_, pfad, inhalt, Vorhandene::Bleibt);
   } else {
     protokoll_.fehler(QStringLiteral("Datei wird nicht geschrieben: ") + pfad);
     protokoll_.fehler(ergebnis.fehler, 4);

@@ -11,6 +11,8 @@ namespace pelvanto {
 
 // Error numbers as the log and the message boxes show them; 0 = no error.
 namespace Dateifehlernummer {
+inline constexpr int UngueltigerAufruf = 5;
+inline constexpr int DateinameUngueltig = 52;
 inline constexpr int DateiNichtGefunden = 53;
 inline constexpr int EingabeAusgabe = 57;
 inline constexpr int DateiExistiert = 58;

@@ -16,10 +16,14 @@ class DateiAusfuehren {
   DateiAusfuehren(Anwendungen& anwendungen, const DateienFinden& dateien, Protokoll& protokoll,
                   Meldungen& meldungen, Uhr& uhr);
 
-  // Waits up to eleven seconds for the file to be there; every failure is told.
+  // Waits up to eleven seconds for the file to be there; every failure is told. `fensterart` as in
+  // Anwendungen::oeffnen.
   void ausfuehren(const QString& datei, int fensterart);
 
  private:
+  bool abwarten(QString& name);
+  void fehlerMelden(const QString& name, int antwort);
+
   Anwendungen& anwendungen_;
   const DateienFinden& dateien_;
   Protokoll& protokoll_;

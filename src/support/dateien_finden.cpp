@@ -158,21 +158,7 @@ bool DateienFinden::DateiLoeschen(const QString& datei, int einzug) {
   if (!DateiVorhanden(name)) {
     return true;
   }
-  if (name.endsWith(QStringLiteral(".ini"), Qt::CaseInsensitive) && OrdnerAusPfad(name) == programmOrdner_) {
-    protokoll_.fehler(QStringLiteral("DateienFinden.General.DateiLoeschen: INI-Datei soll gelöscht werden. "
-                                     "Wird verweigert: ") +
-                          name,
-                      einzug);
-    return false;
-  }
-  protokoll_.schreiben(QStringLiteral("Datei wird jetzt gelöscht: ") + name, einzug);
-  Dateifehler fehler = dateien_.attributeLoeschen(name);
-  if (fehler.ok()) {
-    oberflaeche_.nachrichtenVerarbeiten();
-    fehler = dateien_.loeschen(name);
-  }
-  if (!fehler.ok()) {
-    loeschfehlerMelden(datei, name, fehler);
+  if (!beseitigen(datei, name, einzug, [&] { return dateien_.loeschen(name); })) {
     return false;
   }
   for (int i = 0; i < pruefungen; ++i) {
@@ -184,6 +170,37 @@ bool DateienFinden::DateiLoeschen(const QString& datei, int einzug) {
   }
   protokoll_.schreiben(name + QStringLiteral(" gelöscht."), einzug + 4);
   return true;
+}
+
+bool DateienFinden::DateiErsetzen(const QString& neu, const QString& ziel, int einzug) {
+  oberflaeche_.nachrichtenVerarbeiten();
+  if (!beseitigen(ziel, ziel, einzug, [&] { return dateien_.ersetzen(neu, ziel); })) {
+    return false;
+  }
+  protokoll_.schreiben(ziel + QStringLiteral(" gelöscht."), einzug + 4);
+  return true;
+}
+
+// `vorgang` makes the file disappear.
+bool DateienFinden::beseitigen(const QString& original, const QString& name, int einzug,
+                               const std::function<Dateifehler()>& vorgang) {
+  if (name.endsWith(QStringLiteral(".ini"), Qt::CaseInsensitive) && OrdnerAusPfad(name) == programmOrdner_) {
+    protokoll_.fehler(QStringLiteral("DateienFinden.General.DateiLoeschen: INI-Datei soll gelöscht werden. "
+                                     "Wird verweigert: ") +
+                          name,
+                      einzug);
+    return false;
+  }
+  protokoll_.schreiben(QStringLiteral("Datei wird jetzt gelöscht: ") + name, einzug);
+  Dateifehler fehler = dateien_.attributeLoeschen(name);
+  if (fehler.ok()) {
+    oberflaeche_.nachrichtenVerarbeiten();
+    fehler = vorgang();
+  }
+  if (!fehler.ok()) {
+    loeschfehlerMelden(original, name, fehler);
+  }
+  return fehler.ok();
 }
 
 void DateienFinden::loeschfehlerMelden(const QString& original, const QString& name,

@@ -3,6 +3,8 @@
 #include <QDateTime>
 #include <QString>
 
+#include <functional>
+
 #include "seams/dateisystem.h"
 #include "seams/meldungen.h"
 #include "seams/oberflaeche.h"
@@ -38,6 +40,9 @@ class DateienFinden {
   bool DateiFrei(const QString& datei) const;
   bool FileLenVerursachtFehler(const QString& datei);
   bool DateiLoeschen(const QString& datei, int einzug);
+  // Deletes `ziel` with the same words, in the same step in which `neu` takes its name: one of the two always
+  // has it.
+  bool DateiErsetzen(const QString& neu, const QString& ziel, int einzug);
   bool DateiKopieren(const QString& quelle, const QString& ziel, const Kopieroptionen& optionen);
   bool DateiUmbenennen(const QString& alt, const QString& neu, bool ueberschreiben);
   bool DateiVerschieben(const QString& quelle, const QString& ziel);
@@ -46,6 +51,8 @@ class DateienFinden {
   Dateisystem& dateisystem() { return dateien_; }
 
  private:
+  bool beseitigen(const QString& original, const QString& name, int einzug,
+                  const std::function<Dateifehler()>& vorgang);
   void loeschfehlerMelden(const QString& original, const QString& name, const Dateifehler& fehler);
   bool kopierzielPruefen(const QString& quelle, const QString& ziel, const Kopieroptionen& optionen);
   bool kopierquellePruefen(const QString& quelle);

@@ -17,8 +17,11 @@ int nummerAusSystem(unsigned long systemfehler) {
   switch (systemfehler) {
     case ERROR_FILE_NOT_FOUND:
       return nr::DateiNichtGefunden;
-    case ERROR_PATH_NOT_FOUND:
     case ERROR_INVALID_NAME:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_FILENAME_EXCED_RANGE:
+      return nr::DateinameUngueltig;
+    case ERROR_PATH_NOT_FOUND:
     case ERROR_INVALID_DRIVE:
     case ERROR_BAD_NETPATH:
     case ERROR_BAD_NET_NAME:
@@ -45,9 +48,12 @@ int nummerAusSystem(unsigned long systemfehler) {
   switch (systemfehler) {
     case ENOENT:
       return nr::DateiNichtGefunden;
+    case EILSEQ:
+    case EINVAL:
+    case ENAMETOOLONG:
+      return nr::DateinameUngueltig;
     case ENOTDIR:
     case ELOOP:
-    case ENAMETOOLONG:
       return nr::PfadNichtGefunden;
     case EACCES:
     case EPERM:
@@ -76,6 +82,10 @@ Dateifehler dateifehlerMitNummer(int nummer) {
   switch (nummer) {
     case 0:
       return {};
+    case nr::UngueltigerAufruf:
+      return {nummer, QStringLiteral("Das Programm kann auf diesem Computer nicht gestartet werden")};
+    case nr::DateinameUngueltig:
+      return {nummer, QStringLiteral("Dateiname ungültig oder zu lang")};
     case nr::DateiNichtGefunden:
       return {nummer, QStringLiteral("Datei nicht gefunden")};
     case nr::EingabeAusgabe:
