@@ -74,13 +74,14 @@ TEST_F(EchtesDateisystemTest, NumbersItsErrors) {
   EXPECT_EQ(dateien_.lesen(pfad("unter"), bytes).nummer, nr::PfadZugriff);
   EXPECT_EQ(dateien_.schreiben(imFehlendenOrdner, "x").nummer, nr::PfadNichtGefunden);
   EXPECT_EQ(dateien_.loeschen(pfad("fehlt")).nummer, nr::DateiNichtGefunden);
+  EXPECT_EQ(dateien_.schreiben(pfad(QString(300, u'x')), "x").nummer, nr::DateinameUngueltig);
   EXPECT_EQ(dateien_.ordnerAnlegen(pfad("unter")).nummer, nr::PfadZugriff);
   EXPECT_EQ(dateien_.ordnerAnlegen(pfad("weg/ordner")).nummer, nr::PfadNichtGefunden);
   EXPECT_EQ(dateien_.ordnerSpuelen(pfad("weg")).nummer, nr::DateiNichtGefunden);
   EXPECT_TRUE(dateien_.ordnerSpuelen(ordner_.path()).ok());
   EXPECT_EQ(dateien_.groesse(pfad("fehlt")), std::nullopt);
   EXPECT_FALSE(dateien_.zeiten(pfad("fehlt")).has_value());
-  for (const int nummer : {53, 57, 58, 61, 70, 75, 76}) {
+  for (const int nummer : {5, 52, 53, 57, 58, 61, 70, 75, 76}) {
     EXPECT_NE(dateifehlerMitNummer(nummer).beschreibung, dateifehlerMitNummer(1).beschreibung) << nummer;
   }
 }
