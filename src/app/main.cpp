@@ -1,7 +1,5 @@
 // The program: the real world outside, the values of the process, and the window.
 #include <QApplication>
-#include <QLibraryInfo>
-#include <QTranslator>
 
 #include "jet/file.h"
 #include "seams/real/echte_anwendungen.h"
@@ -11,6 +9,7 @@
 #include "seams/real/echter_drucker.h"
 #include "seams/real/echtes_dateisystem.h"
 #include "seams/real/echtes_gebietsschema.h"
+#include "shell/deutsch.h"
 #include "shell/haupt_fenster.h"
 #include "shell/schrift.h"
 #include "support/pfade.h"
@@ -19,9 +18,7 @@ int main(int argc, char* argv[]) {
   QApplication programm(argc, argv);
   QCoreApplication::setApplicationName("Pelvanto");
   QApplication::setFont(pelvanto::fensterschrift());
-  QTranslator deutsch;
-  if (deutsch.load("qtbase_de", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-    QCoreApplication::installTranslator(&deutsch);
+  pelvanto::qtTexteAufDeutsch(&programm);
 
   pelvanto::EchteUhr uhr;
   pelvanto::EchteMeldungen meldungen;

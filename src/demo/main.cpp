@@ -15,6 +15,7 @@
 #include "seams/real/echte_oberflaeche.h"
 #include "seams/real/echter_drucker.h"
 #include "seams/real/echtes_dateisystem.h"
+#include "shell/deutsch.h"
 #include "shell/haupt_fenster.h"
 #include "shell/schrift.h"
 #include "support/pfade.h"
@@ -79,6 +80,7 @@ int main(int argc, char* argv[]) {
   QApplication::setStyle("fusion");
   QApplication programm(argc, argv);
   QApplication::setFont(fensterschrift());
+  qtTexteAufDeutsch(&programm);
   QCommandLineParser optionen;
   optionen.setApplicationDescription("Spielt den ganzen Ablauf in einem vorbereiteten Programmordner durch.");
   const QCommandLineOption datum("datum", "Feste Uhrzeit, z.B. 2026-03-16T08:09:10.", "zeit");

@@ -46,6 +46,22 @@ QString IBANGruppieren(const QString& iban) {
   return ergebnis;
 }
 
+QString IBANZeichenFiltern(const QString& getippt) {
+  QString erlaubt;
+  for (const QChar zeichen : getippt) {
+    const bool klein = zeichen >= u'a' && zeichen <= u'z';
+    const QChar gross = klein ? QChar(zeichen.unicode() - u'a' + u'A') : zeichen;
+    if (istZiffer(gross) || istGrossbuchstabe(gross)) erlaubt += gross;
+  }
+  return erlaubt;
+}
+
+bool IBANBlankFaellig(qsizetype laenge) {
+  constexpr int kMitBlank = 5;
+  constexpr int kLetzterBlock = 29;
+  return laenge <= kLetzterBlock && laenge % kMitBlank == kMitBlank - 1;
+}
+
 IBANErgebnis IBANPruefen(const QString& text, QString& bereinigt) {
   if (QString(text).remove(u' ').isEmpty()) {
     return IBANErgebnis::Leer;

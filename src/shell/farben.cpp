@@ -28,6 +28,19 @@ Farbpaar geloeschtfarben(bool dunkel) {
                 : Farbpaar{QColor(0xff, 0xc8, 0xd4), QColor(0x4a, 0x0a, 0x1c)};
 }
 
+Farbpaar ibanfarben(IBANErgebnis ergebnis) {
+  switch (ergebnis) {
+    case IBANErgebnis::Richtig:
+      return {QColor(192, 255, 192), Qt::black};
+    case IBANErgebnis::Falsch:
+      return {QColor(255, 192, 192), Qt::black};
+    case IBANErgebnis::Leer:
+    case IBANErgebnis::NichtGeprueft:
+      break;
+  }
+  return {Qt::white, Qt::black};
+}
+
 QPalette mitLesbarerAuswahl(QPalette palette) {
   constexpr double kLesbar = 4.5;
   for (const auto gruppe : {QPalette::Active, QPalette::Inactive}) {

@@ -129,12 +129,37 @@ void ListenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
     emit loeschenGewuenscht();
     return;
   }
+  if (ereignis->key() == Qt::Key_Return || ereignis->key() == Qt::Key_Enter) {
+    if (ereignis->isAutoRepeat()) return;
+    // The row with the frame is meant, also by somebody who has just come by the Tab key.
+    if (!selectionModel()->hasSelection() && currentIndex().isValid())
+      selectionModel()->select(currentIndex(), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    emit oeffnenGewuenscht(gewaehlteZeile());
+    return;
+  }
   const int ziffer = ereignis->key() - Qt::Key_0;
   if (ereignis->modifiers().testFlag(Qt::ControlModifier) && ziffer >= 1 && ziffer < modell_->columnCount()) {
     emit spalteAngeklickt(ziffer);
     return;
   }
   QTreeView::keyPressEvent(ereignis);
+}
+
+void ListenAnsicht::mouseDoubleClickEvent(QMouseEvent* ereignis) {
+  QTreeView::mouseDoubleClickEvent(ereignis);
+  if (ereignis->button() == Qt::LeftButton) emit oeffnenGewuenscht(gewaehlteZeile());
+}
+
+// Of several selected rows the one with the frame, or else the first one.
+int ListenAnsicht::gewaehlteZeile() const {
+  const QModelIndexList gewaehlte = selectionModel()->selectedRows(1);
+  if (gewaehlte.isEmpty()) return -1;
+  int erste = gewaehlte.front().row();
+  for (const QModelIndex& zeile : gewaehlte) {
+    if (zeile.row() == currentIndex().row()) return zeile.row();
+    erste = std::min(erste, zeile.row());
+  }
+  return erste;
 }
 
 // Widths of columns without a mouse.

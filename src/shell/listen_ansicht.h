@@ -23,12 +23,16 @@ class ListenAnsicht : public QTreeView {
   // A heading was clicked, or its column chosen by keyboard (0 = the hidden first column).
   void spalteAngeklickt(int spalte);
   void loeschenGewuenscht();
+  // A double click, or the Enter key: on the selected row, -1 when there is none.
+  void oeffnenGewuenscht(int zeile);
 
  protected:
   void keyPressEvent(QKeyEvent* ereignis) override;
+  void mouseDoubleClickEvent(QMouseEvent* ereignis) override;
   void contextMenuEvent(QContextMenuEvent* ereignis) override;
 
  private:
+  int gewaehlteZeile() const;
   void breiteGeaendert(int spalte, int pixel);
   void breitenSetzen();
   void auswahlSetzen(const QString& aktuellerSchluessel, int aktuelleZeile);

@@ -37,6 +37,7 @@ Seite4Fenster::Seite4Fenster(Seite4& seite, Ablauf& ablauf, QWidget* eltern)
 
   ListenAnsicht* ergebnis = liste("lvwListe4", "Ergebnis Schritt 4", listenTooltipMitDoppelklick(),
                                   {120, 1560, 9075, 2115}, seite.lvwListe4);
+  oeffnetPersonen(ergebnis, seite.lvwListe4);
   beschriftung("Label18", "Ergebnis - Personen in der &Liste:", {120, 1140, 3330, 375}, ergebnis);
   zaehler("lblErgebnis4", {3525, 1140, 735, 375}, seite.lblErgebnis4);
   beschriftung("Label19", "> 50000:", {4320, 1140, 1260, 375});
@@ -49,6 +50,7 @@ Seite4Fenster::Seite4Fenster(Seite4& seite, Ablauf& ablauf, QWidget* eltern)
   ListenAnsicht* ausgeschieden =
       liste("lvwAusgeschieden4", "Ausgeschiedene Personen Schritt 4", listenTooltipMitDoppelklick(),
             {120, 4380, 9075, 1755}, seite.lvwAusgeschieden4);
+  oeffnetPersonen(ausgeschieden, seite.lvwAusgeschieden4);
   beschriftung("Label21", "ausgeschieden weil keine &Menge:", {120, 3855, 3360, 375}, ausgeschieden);
   zaehler("lblAusgeschieden4", {3525, 3855, 735, 375}, seite.lblAusgeschieden4);
   zaehler("lblAusgeschieden4Geloescht", {4380, 3855, 735, 375}, seite.lblAusgeschieden4Geloescht,

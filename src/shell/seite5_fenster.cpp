@@ -3,6 +3,7 @@
 #include <QLabel>
 
 #include "shell/bildknopf.h"
+#include "shell/iban_feld.h"
 #include "shell/listen_ansicht.h"
 #include "shell/listen_texte.h"
 #include "shell/textfelder.h"
@@ -37,6 +38,7 @@ Seite5Fenster::Seite5Fenster(Seite5& seite, Ablauf& ablauf, QWidget* eltern)
 
   ListenAnsicht* ergebnis = liste("lvwListe5", "Ergebnis Schritt 5", listenTooltipMitDoppelklick(),
                                   {120, 3120, 9075, 1395}, seite.lvwListe5);
+  oeffnetPersonen(ergebnis, seite.lvwListe5);
   beschriftung("Label26", "Ergebnis - Personen in der &Liste:", {4275, 2700, 3240, 375}, ergebnis);
   zaehler("lblErgebnis5", {8460, 2700, 735, 375}, seite.lblErgebnis5);
 
@@ -45,6 +47,7 @@ Seite5Fenster::Seite5Fenster(Seite5& seite, Ablauf& ablauf, QWidget* eltern)
   ListenAnsicht* ausgeschieden =
       liste("lvwAusgeschieden5", "Ausgeschiedene Personen Schritt 5", listenTooltipMitDoppelklick(),
             {120, 5160, 9075, 975}, seite.lvwAusgeschieden5);
+  oeffnetPersonen(ausgeschieden, seite.lvwAusgeschieden5);
   beschriftung("Label27", "ausgeschieden weil keine Ban&kverbindung:", {120, 4650, 4320, 375}, ausgeschieden);
   zaehler("lblAusgeschieden5", {4500, 4650, 735, 375}, seite.lblAusgeschieden5);
   ersterFokusSetzen(findChild<QWidget*>("cmdErgebnisZeigen5"));
@@ -65,8 +68,8 @@ void Seite5Fenster::eigenesKonto(Seite5& seite) {
   auto* bic = new Eingabefeld(innen);
   textfeld(bic, "txtBIC", "BIC:", {1170, 2340, 2835, 315}, 11, seite.txtBIC);
   beschriftung("Label30", "&BIC:", {210, 2340, 930, 315}, bic, innen);
-  auto* iban = new Eingabefeld(innen);
-  textfeld(iban, "txtIBAN", "IBAN:", {1170, 2685, 2835, 315}, 27, seite.txtIBAN);
+  auto* iban = new IBANFeld(innen);
+  textfeld(iban, "txtIBAN", "IBAN:", {1170, 2685, 2835, 315}, iban->maxLength(), seite.txtIBAN);
   beschriftung("Label31", "&IBAN:", {210, 2685, 930, 315}, iban, innen);
 }
 

@@ -7,6 +7,7 @@
 
 #include "shell/bildknopf.h"
 #include "shell/listen_ansicht.h"
+#include "steps/person_oeffnen.h"
 
 namespace pelvanto {
 
@@ -119,7 +120,11 @@ void SeitenFenster::textfeld(QLineEdit* feld, const QString& name, const QString
   aufnehmen(feld, name, platz, Haftung::Links);
   felder_.push_back({feld, &modell, hoechstlaenge, {}});
   connect(feld, &QLineEdit::textEdited, this, [feld, hoechstlaenge](const QString& text) {
-    feld->setMaxLength(std::max(hoechstlaenge, static_cast<int>(text.size())));
+    const int laenge = std::max(hoechstlaenge, static_cast<int>(text.size()));
+    if (laenge == feld->maxLength()) return;
+    const int stelle = feld->cursorPosition();
+    feld->setMaxLength(laenge);  // moves the caret to the end
+    feld->setCursorPosition(stelle);
   });
 }
 
@@ -222,6 +227,14 @@ Bildknopf* SeitenFenster::weiterKnopf(const QString& name, const Platz& platz, K
                   QStringLiteral("W"), platz, modell);
   connect(knopf, &Bildknopf::clicked, this, [this] { ablauf_.weiter(); });
   return knopf;
+}
+
+void SeitenFenster::oeffnetPersonen(ListenAnsicht* ansicht, const Liste& modell) {
+  connect(ansicht, &ListenAnsicht::oeffnenGewuenscht, this, [this, ansicht, &modell](int zeile) {
+    ablauf_.ausfuehren([&](Umgebung& umgebung, Seiten&) {
+      personInVerbindoOeffnen(umgebung, modell, zeile, ansicht->objectName());
+    });
+  });
 }
 
 void SeitenFenster::loeschbar(ListenAnsicht* ansicht, Liste& modell, const Loeschzaehler& zaehler) {

@@ -71,6 +71,8 @@ class SeitenFenster : public Rahmen {
   Bildknopf* serienbriefeAusgeschiedenKnopf(const QString& name, int oben, Knopf& modell, const Liste& liste,
                                             const QString& tooltip = {});
   Bildknopf* weiterKnopf(const QString& name, const Platz& platz, Knopf& modell);
+  // Double click and Enter key of a list: its person in Verbindo.
+  void oeffnetPersonen(ListenAnsicht* ansicht, const Liste& modell);
   // Delete key of a list.
   void loeschbar(ListenAnsicht* ansicht, Liste& modell, const Loeschzaehler& zaehler);
 

@@ -14,11 +14,6 @@ namespace {
 
 bool zeichenErlaubt(QChar zeichen) { return TastenFiltern(zeichen.unicode(), true, {}, true, {}) != 0; }
 
-// AltGr counts as Ctrl+Alt on some systems, and types characters.
-bool nurMitAlt(const QKeyEvent& ereignis) {
-  return (ereignis.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier;
-}
-
 // The focus goes to another window or to a menu: the field is not left.
 bool bleibtImFeld(Qt::FocusReason grund) {
   return grund == Qt::ActiveWindowFocusReason || grund == Qt::PopupFocusReason ||
@@ -26,6 +21,10 @@ bool bleibtImFeld(Qt::FocusReason grund) {
 }
 
 }  // namespace
+
+bool Eingabefeld::nurMitAlt(const QKeyEvent& ereignis) {
+  return (ereignis.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier;
+}
 
 void Eingabefeld::keyPressEvent(QKeyEvent* ereignis) {
   const QString zeichen = ereignis->text();

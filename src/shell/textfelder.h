@@ -12,6 +12,8 @@ class Eingabefeld : public QLineEdit {
 
  protected:
   void keyPressEvent(QKeyEvent* ereignis) override;
+  // AltGr counts as Ctrl+Alt on some systems, and types characters.
+  static bool nurMitAlt(const QKeyEvent& ereignis);
 };
 
 // The name of the delivery group: typed characters pass the key filter, Enter does nothing. What is pasted

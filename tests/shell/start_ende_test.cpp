@@ -2,10 +2,14 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFile>
+#include <QFileDialog>
+#include <QMenu>
+#include <QPrintDialog>
 #include <QScreen>
 
 #include <gtest/gtest.h>
 
+#include "shell/deutsch.h"
 #include "shell/fensterwelt.h"
 #include "support/programm_ende.h"
 
@@ -44,6 +48,23 @@ TEST(StartUndEnde, SettingsComeFromAndGoIntoTheirSectionAlone) {
   EXPECT_TRUE(
       protokoll.contains("INISpeichern: Auszahlungen / EigenerName / Müller / " + welt.pfad("VERBINDO.INI")));
   EXPECT_LT(protokoll.indexOf("/ UnterlieferungGruppe /"), protokoll.indexOf("/ EigeneAdresse /"));
+}
+
+TEST(StartUndEnde, QtsOwnTextsAreGerman) {
+  QObject solange;
+  ASSERT_TRUE(qtTexteAufDeutsch(&solange));
+  Fensterwelt welt;
+  welt.vereinAnlegen();
+  ASSERT_TRUE(welt.starten());
+  const std::unique_ptr<QMenu> menue(welt.feld("txtEinzahlungen")->createStandardContextMenu());
+  QStringList eintraege;
+  for (const QAction* eintrag : menue->actions()) eintraege << eintrag->text().section('\t', 0, 0);
+  EXPECT_EQ(eintraege.filter("Ausschneiden").size(), 1) << eintraege.join(" | ").toStdString();
+  EXPECT_EQ(QFileDialog().labelText(QFileDialog::Reject), "Abbrechen");
+  QPrintDialog drucken;
+  QStringList knoepfe;
+  for (const QAbstractButton* knopf : drucken.findChildren<QAbstractButton*>()) knoepfe << knopf->text();
+  EXPECT_TRUE(knoepfe.contains("&Drucken")) << knoepfe.join(" | ").toStdString();
 }
 
 TEST(StartUndEnde, LongStoredTextsSurviveTheirTextBox) {

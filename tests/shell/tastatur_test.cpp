@@ -73,18 +73,29 @@ TEST_F(TastaturTest, GroupNameTakesOnlyItsCharacters) {
 }
 
 TEST_F(TastaturTest, TextBoxesHaveTheirLengths) {
-  const std::pair<const char*, int> laengen[] = {{"txtUnterlieferungGruppe", 40},
-                                                 {"txtEinzahlungen", 40},
-                                                 {"txtGruppeNotwendig", 40},
-                                                 {"txtGruppeNotwendig3b", 40},
-                                                 {"txtGesamtbetrag", 40},
-                                                 {"txtWortlautUeberweisung", 57},
-                                                 {"txtEigenerName", 35},
-                                                 {"txtEigeneAdresse", 35},
-                                                 {"txtIBAN", 27},
-                                                 {"txtBIC", 11},
-                                                 {"txtUIDTreuhaender", 8}};
+  const std::pair<const char*, int> laengen[] = {
+      {"txtUnterlieferungGruppe", 40}, {"txtEinzahlungen", 40},  {"txtGruppeNotwendig", 40},
+      {"txtGruppeNotwendig3b", 40},    {"txtGesamtbetrag", 40},  {"txtWortlautUeberweisung", 57},
+      {"txtEigenerName", 35},          {"txtEigeneAdresse", 35}, {"txtBIC", 11},
+      {"txtUIDTreuhaender", 8}};
   for (const auto& [name, laenge] : laengen) EXPECT_EQ(welt.feld(name)->maxLength(), laenge) << name;
+}
+
+TEST_F(TastaturTest, WhatIsTypedInTheMiddleStaysThereAndCanBeTakenBack) {
+  QLineEdit* feld = welt.feld("txtUnterlieferungGruppe");
+  feld->setText("xy");
+  feld->setCursorPosition(1);
+  QTest::keyClicks(feld, "ab");
+  EXPECT_EQ(feld->text(), "xaby");
+  taste(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(feld->text(), "xy");
+  // A text from the settings that is too long can only become shorter; the caret stays there as well.
+  feld->setMaxLength(60);
+  feld->setText(QString(60, u'x'));
+  feld->setCursorPosition(1);
+  taste(Qt::Key_Delete);
+  EXPECT_EQ(feld->cursorPosition(), 1);
+  EXPECT_EQ(feld->maxLength(), 59);
 }
 
 TEST_F(TastaturTest, AmountIsSelectedOnArrivalAndFormattedOnLeaving) {
