@@ -38,6 +38,13 @@ class Listendruck {
                     bool ohneFuenferabstand);
 
  private:
+  struct Kopf {
+    QString titel, untertitel;
+  };
+  // False: a page could not be begun. Throws Druckfehler.
+  bool alleSeiten(const Liste& liste, const Kopf& kopf, bool ohneFuenferabstand);
+  void fehlerMelden(const QString& titel, const Druckfehler& fehler);
+
   FunktionenDrucker& druck_;
   Meldungen& meldungen_;
   Protokoll& protokoll_;

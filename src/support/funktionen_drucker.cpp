@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "support/blanks.h"
+#include "support/kuerzen.h"
 
 namespace pelvanto {
 namespace {
@@ -11,9 +12,9 @@ namespace {
 constexpr int kSeitenbreite = 297, kSeitenhoehe = 210;
 constexpr int kRand = 20;
 constexpr int kKopfhoehe = 21;
-constexpr qsizetype kLaengsterText = 1000;
+constexpr int kLaengsterText = 1000;
 
-QString werbezeile() { return QStringLiteral("Pelvanto für Tolvana"); }
+QString werbezeile() { return QStringLiteral("Pelvanto-Team"); }
 
 }  // namespace
 
@@ -31,15 +32,21 @@ bool FunktionenDrucker::DruckerVorhanden(QString& name) const {
 
 bool FunktionenDrucker::DruckSeiteBeginnen(int seite, const QString& titel, const QString& untertitel,
                                            Fussart fussart) {
+  if (seite == 1) verwerfen();
   QString name;
-  if (!DruckerVorhanden(name)) return false;
+  if (!DruckerVorhanden(name)) {
+    if (dokument_) merken({kDruckerfehler, QStringLiteral("Der Drucker ist nicht mehr da")});
+    return false;
+  }
+  LinkerRand = kRand;
+  RechterRand = kSeitenbreite - kRand;
+  KopfUnterkante = kKopfhoehe;
+  FussOberkante = kSeitenhoehe - kRand;
   try {
-    if (seite == 1) {
-      verwerfen();
-      dokument_ = drucker_.dokument(titel);
-    }
-    rahmen(seite, titel, untertitel, fussart);
-    return true;
+    if (seite == 1) dokument_ = drucker_.dokument(titel);
+    // A document that could not be begun prints nothing, on later pages too.
+    if (dokument_) rahmen(seite, titel, untertitel, fussart);
+    return dokument_ || ersterFehler_;
   } catch (const Druckfehler& fehler) {
     merken(fehler);
     return fehler.nummer == kDruckerfehler;
@@ -48,10 +55,6 @@ bool FunktionenDrucker::DruckSeiteBeginnen(int seite, const QString& titel, cons
 
 void FunktionenDrucker::rahmen(int seite, const QString& titel, const QString& untertitel, Fussart fussart) {
   constexpr Druckschrift normal{9}, gross{12}, klein{8}, winzig{6};
-  LinkerRand = kRand;
-  RechterRand = kSeitenbreite - kRand;
-  KopfUnterkante = kKopfhoehe;
-  FussOberkante = kSeitenhoehe - kRand;
   punkte_ = normal.punkte;
 
   const double breite = std::max(dokument_->textbreite(werte_.OrganisationsName, normal),
@@ -81,14 +84,14 @@ double FunktionenDrucker::TextDrucken(double x, double y, const QString& text, D
   if (punkte >= 1) punkte_ = punkte;
   const Druckschrift schrift{punkte_, kursiv};
   try {
-    QString gedruckt = text.left(kLaengsterText);
+    QString gedruckt = gekuerzt(text, kLaengsterText);
     const double ganze = dokument_->textbreite(gedruckt, schrift);
     if (ausrichtung == Druckausrichtung::Rechts) x -= ganze;
     if (ausrichtung == Druckausrichtung::Mitte) x += (breite - ganze) / 2;
     if (breite > 0 && ganze > breite) {
       const QString punktfolge = QStringLiteral("...");
       while (!gedruckt.isEmpty() && dokument_->textbreite(gedruckt + punktfolge, schrift) > breite) {
-        gedruckt.chop(1);
+        gedruckt = gekuerzt(gedruckt, static_cast<int>(gedruckt.size()) - 1);
       }
       gedruckt += punktfolge;
     }
@@ -111,9 +114,9 @@ void FunktionenDrucker::dokumentBeenden() {
   if (dokument) dokument->beenden();
 }
 
-void FunktionenDrucker::verwerfen() {
+std::optional<Druckfehler> FunktionenDrucker::verwerfen() {
   dokument_.reset();
-  ersterFehler_.reset();
+  return std::exchange(ersterFehler_, std::nullopt);
 }
 
 void FunktionenDrucker::merken(const Druckfehler& fehler) {

@@ -25,7 +25,8 @@ class FunktionenDrucker {
   // The default printer's name; any failure of the question means no printer. Shows nothing.
   bool DruckerVorhanden(QString& name) const;
   // Page 1 begins a document named like its title. False: no printer, or a failure other than the printer's
-  // general one (after which the rest of the frame is missing).
+  // general one. After that one the rest of the frame is missing and this is true all the same; the failure
+  // comes to light when the document is ended.
   bool DruckSeiteBeginnen(int seite, const QString& titel, const QString& untertitel, Fussart fussart);
   // Height of the printed text, 0 when nothing was printed. `punkte` below 1 keeps the size; `breite` 0 is
   // unlimited, else a longer text ends in "..." (and starts where the whole text would have started). No
@@ -37,8 +38,9 @@ class FunktionenDrucker {
   // Sends the document to the printer; nothing to do without one. Throws Druckfehler, also the first one that
   // was trapped before: a document that lacks something is never sent. It is gone in any case.
   void dokumentBeenden();
-  // Throws away what has not been sent.
-  void verwerfen();
+  // Throws away what has not been sent. Answers with the first failure that was trapped in it, if any: none
+  // after a DruckSeiteBeginnen that was false means that there is no printer.
+  std::optional<Druckfehler> verwerfen();
 
   // Of the last page.
   int LinkerRand = 0, RechterRand = 0, KopfUnterkante = 0, FussOberkante = 0;

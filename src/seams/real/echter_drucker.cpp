@@ -1,5 +1,6 @@
 #include "seams/real/echter_drucker.h"
 
+#include <QFile>
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QPageLayout>
@@ -8,6 +9,11 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QRegularExpression>
+
+#include <variant>
+#include <vector>
+
+#include "seams/real/cups_fehler.h"
 
 namespace pelvanto {
 namespace {
@@ -20,23 +26,21 @@ QString schriftfamilie() {
                                                      : QStringLiteral("Liberation Sans");
 }
 
-// Draws unscaled, in the printer's own dots; the caller's lengths are millimetres.
+// Keeps what is drawn until the document is ended, because Qt cannot take back a document that it has begun
+// for a CUPS queue or a PDF file: the destructor of its painter would send what there is. Draws unscaled, in
+// the printer's own dots; the caller's lengths are millimetres.
 class QtDokument : public Druckdokument {
  public:
-  explicit QtDokument(std::unique_ptr<QPrinter> drucker) : drucker_(std::move(drucker)) {
+  explicit QtDokument(std::unique_ptr<QPrinter> drucker)
+      : drucker_(std::move(drucker)), familie_(schriftfamilie()) {
     // In this order: margins of the queue would otherwise leave the page upright.
     drucker_->setFullPage(true);
     drucker_->setPageSize(QPageSize(QPageSize::A4));
     drucker_->setPageOrientation(QPageLayout::Landscape);
-    if (!maler_.begin(drucker_.get())) {
-      throw druckerfehler(QStringLiteral("Der Drucker nimmt keinen Auftrag an"));
+    if (drucker_->pageLayout().orientation() != QPageLayout::Landscape ||
+        drucker_->pageLayout().pageSize().id() != QPageSize::A4) {
+      throw druckerfehler(QStringLiteral("Der Drucker kann nicht quer auf A4 drucken"));
     }
-    maler_.setPen(QPen(Qt::black, punkte(kStrich)));
-  }
-  QtDokument(const QtDokument&) = delete;
-  QtDokument& operator=(const QtDokument&) = delete;
-  ~QtDokument() override {
-    if (maler_.isActive()) drucker_->abort();
   }
 
   double textbreite(const QString& text, Druckschrift schrift) const override {
@@ -44,37 +48,80 @@ class QtDokument : public Druckdokument {
   }
   double texthoehe(Druckschrift schrift) const override { return millimeter(masse(schrift).height()); }
   void text(double x, double y, const QString& text, Druckschrift schrift) override {
-    maler_.setFont(schriftart(schrift));
-    maler_.drawText(QPointF(punkte(x), punkte(y) + masse(schrift).ascent()), text);
+    const QPointF grundlinie(punkte(x), punkte(y) + masse(schrift).ascent());
+    seiten_.back().emplace_back(Text{grundlinie, text, schriftart(schrift)});
   }
   void linie(double x1, double y1, double x2, double y2) override {
-    maler_.drawLine(QPointF(punkte(x1), punkte(y1)), QPointF(punkte(x2), punkte(y2)));
+    seiten_.back().emplace_back(QLineF(punkte(x1), punkte(y1), punkte(x2), punkte(y2)));
   }
-  void neueSeite() override {
-    if (!drucker_->newPage()) throw druckerfehler(QStringLiteral("Der Drucker nimmt keine weitere Seite an"));
-  }
+  void neueSeite() override { seiten_.emplace_back(); }
   void beenden() override {
-    if (!maler_.end() || drucker_->printerState() == QPrinter::Error) {
+    QPainter maler;
+    if (!maler.begin(drucker_.get())) {
+      throw druckerfehler(QStringLiteral("Der Drucker nimmt keinen Auftrag an"));
+    }
+    maler.setPen(QPen(Qt::black, punkte(kStrich)));
+    for (auto seite = seiten_.begin(); seite != seiten_.end(); ++seite) {
+      if (seite != seiten_.begin() && !drucker_->newPage()) {
+        drucker_->abort();
+        throw druckerfehler(QStringLiteral("Der Drucker nimmt keine weitere Seite an"));
+      }
+      malen(maler, *seite);
+    }
+    if (!maler.end() || drucker_->printerState() == QPrinter::Error) {
       throw druckerfehler(QStringLiteral("Der Drucker hat das Dokument nicht angenommen"));
     }
+    uebergabePruefen();
   }
 
  private:
+  struct Text {
+    QPointF grundlinie;
+    QString text;
+    QFont schrift;
+  };
+  using Zeichnung = std::variant<Text, QLineF>;
   static constexpr double kStrich = 0.1;  // mm
   static constexpr double kMillimeterJeZoll = 25.4;
 
+  static void malen(QPainter& maler, const std::vector<Zeichnung>& seite) {
+    for (const Zeichnung& zeichnung : seite) {
+      if (const auto* text = std::get_if<Text>(&zeichnung)) {
+        maler.setFont(text->schrift);
+        maler.drawText(text->grundlinie, text->text);
+      } else {
+        maler.drawLine(std::get<QLineF>(zeichnung));
+      }
+    }
+  }
+  // Qt itself does not look whether the queue has taken the document or the file is whole.
+  void uebergabePruefen() const {
+    if (drucker_->outputFormat() == QPrinter::NativeFormat) {
+      const QString fehler = letzterCUPSFehler();
+      if (!fehler.isEmpty()) {
+        throw druckerfehler(QStringLiteral("Die Druckerwarteschlange hat das Dokument abgelehnt: ") + fehler);
+      }
+    } else if (QFile datei(drucker_->outputFileName());
+               !datei.open(QIODevice::ReadOnly) || !datei.readAll().endsWith("%%EOF\n")) {
+      datei.remove();
+      throw druckerfehler(QStringLiteral("Die Datei ") + drucker_->outputFileName() +
+                          QStringLiteral(" konnte nicht vollständig geschrieben werden"));
+    }
+  }
+
   double punkte(double mm) const { return mm * drucker_->resolution() / kMillimeterJeZoll; }
   double millimeter(double punkte) const { return punkte * kMillimeterJeZoll / drucker_->resolution(); }
-  static QFont schriftart(Druckschrift schrift) {
-    static const QString familie = schriftfamilie();
-    QFont font(familie, schrift.punkte);
+  QFont schriftart(Druckschrift schrift) const {
+    QFont font(familie_, schrift.punkte);
+    font.setStyleHint(QFont::SansSerif);
     font.setItalic(schrift.kursiv);
     return font;
   }
   QFontMetricsF masse(Druckschrift schrift) const { return {schriftart(schrift), drucker_.get()}; }
 
   std::unique_ptr<QPrinter> drucker_;
-  QPainter maler_;
+  QString familie_;
+  std::vector<std::vector<Zeichnung>> seiten_{1};
 };
 
 }  // namespace
