@@ -69,7 +69,13 @@ QByteArray inhalt(const QString& datei) {
 
 bool Druckserver::vorhanden() { return !serverprogramm().isEmpty(); }
 
+Druckserver& Druckserver::einziger() {
+  static Druckserver server;
+  return server;
+}
+
 Druckserver::Druckserver() {
+  qputenv("CUPS_SERVER", pfad(u"server"_s).toUtf8());
   for (const QString& name :
        {u"wurzel"_s, u"programme/backend"_s, u"stand"_s, u"cache"_s, u"auftraege/tmp"_s, u"ablage"_s}) {
     QDir().mkpath(pfad(name));
@@ -95,7 +101,7 @@ QString Druckserver::starten(bool nimmtAn) {
   beenden();
   QFile::remove(pfad(u"fehler.log"_s));
   schreiben(u"wurzel/printers.conf"_s, QString::fromUtf8(kWarteschlange).arg(nimmtAn ? u"Yes"_s : u"No"_s));
-  qputenv("CUPS_SERVER", pfad(u"server"_s).toUtf8());
+  for (const Druckauftrag& auftrag : auftraege(0)) QFile::remove(auftrag.datei);
   server_.setProcessChannelMode(QProcess::MergedChannels);
   server_.start(serverprogramm(),
                 {u"-f"_s, u"-c"_s, pfad(u"cupsd.conf"_s), u"-s"_s, pfad(u"cups-files.conf"_s)});

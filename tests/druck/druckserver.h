@@ -15,13 +15,15 @@ struct Druckauftrag {
 };
 
 // A print server (CUPS) of this process alone: its folders, its socket, one raw queue "Ablage", the default
-// one, whose backend keeps every document. No other server on the machine is touched.
+// one, whose backend keeps every document. No other server on the machine is touched, and no special rights
+// are needed.
 class Druckserver {
  public:
   // Installed at all?
   static bool vorhanden();
+  // The only one: the process asks once which server is its own, when it first has to do with printers.
+  static Druckserver& einziger();
 
-  Druckserver();
   Druckserver(const Druckserver&) = delete;
   Druckserver& operator=(const Druckserver&) = delete;
   ~Druckserver() { beenden(); }
@@ -34,6 +36,7 @@ class Druckserver {
   std::vector<Druckauftrag> auftraege(std::size_t anzahl) const;
 
  private:
+  Druckserver();
   QString pfad(const QString& name) const { return ordner_.filePath(name); }
   void schreiben(const QString& name, QString inhalt) const;
 
