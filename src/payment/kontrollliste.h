@@ -22,6 +22,11 @@ class Kontrollliste {
                 const QString& eigeneBIC);
 
  private:
+  // Throws Druckfehler.
+  void drucken(const QString& pfad, const UeberweisungT& tabelle, const QString& eigeneIBAN,
+               const QString& eigeneBIC);
+  void protokollieren(const Druckfehler& fehler);
+
   FunktionenDrucker& druck_;
   Meldungen& meldungen_;
   Protokoll& protokoll_;

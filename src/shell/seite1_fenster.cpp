@@ -19,7 +19,7 @@ Seite1Fenster::Seite1Fenster(Seite1& seite, Ablauf& ablauf, QWidget* eltern)
 
   ausfuehrenKnopf("cmdErgebnisZeigen1", {7350, 300, 555, 615}, seite.cmdErgebnisZeigen1,
                   cmdErgebnisZeigen1_Click);
-  druckenKnopf("cmdDrucken1", {7965, 300, 615, 615}, seite.cmdDrucken1);
+  druckenKnopf("cmdDrucken1", {7965, 300, 615, 615}, seite.cmdDrucken1, ausgaben1, "CSV-Datei erstellen");
   weiterKnopf("cmdWeiter1", {8640, 300, 555, 615}, seite.cmdWeiter1);
 
   ListenAnsicht* ergebnis =

@@ -25,7 +25,7 @@ Seite2Fenster::Seite2Fenster(Seite2& seite, Ablauf& ablauf, QWidget* eltern)
 
   ausfuehrenKnopf("cmdErgebnisZeigen2", {7350, 300, 555, 615}, seite.cmdErgebnisZeigen2,
                   cmdErgebnisZeigen2_Click);
-  druckenKnopf("cmdDrucken2", {7965, 300, 615, 615}, seite.cmdDrucken2);
+  druckenKnopf("cmdDrucken2", {7965, 300, 615, 615}, seite.cmdDrucken2, ausgaben2, "CSV-Dateien erstellen");
   weiterKnopf("cmdWeiter2", {8640, 300, 555, 615}, seite.cmdWeiter2);
 
   ListenAnsicht* ergebnis =

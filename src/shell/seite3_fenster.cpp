@@ -28,7 +28,9 @@ Seite3Modell modellFuer(Seite3& seite) {
           seite.lblAusgeschieden3,
           seite.lblAusgeschieden3Geloescht,
           seite.lblAusgeschieden3GeloeschtLabel,
-          cmdErgebnisZeigen3_Click};
+          cmdErgebnisZeigen3_Click,
+          ausgaben3,
+          "CSV-Dateien erstellen"};
 }
 
 Seite3Modell modellFuer(Seite3b& seite) {
@@ -50,7 +52,9 @@ Seite3Modell modellFuer(Seite3b& seite) {
           seite.lblAusgeschieden3b,
           seite.lblAusgeschieden3bGeloescht,
           seite.lblAusgeschieden3bGeloeschtLabel,
-          cmdErgebnisZeigen3b_Click};
+          cmdErgebnisZeigen3b_Click,
+          ausgaben3b,
+          {}};
 }
 
 Seite3Fenster::Seite3Fenster(const Seite3Modell& modell, Ablauf& ablauf, QWidget* eltern)
@@ -68,7 +72,8 @@ Seite3Fenster::Seite3Fenster(const Seite3Modell& modell, Ablauf& ablauf, QWidget
 
   ausfuehrenKnopf("cmdErgebnisZeigen" + endung, {6675, 300, 555, 615}, modell.ergebnisZeigen,
                   modell.handlung);
-  druckenKnopf("cmdDrucken" + endung, {7290, 300, 615, 615}, modell.drucken);
+  druckenKnopf("cmdDrucken" + endung, {7290, 300, 615, 615}, modell.drucken, modell.ausgaben,
+               modell.csvFrage);
   serienbriefeKnopf("cmdSerienbriefe" + endung, {7965, 300, 615, 615}, modell.serienbriefe, modell.liste);
   weiterKnopf("cmdWeiter" + endung, {8640, 300, 555, 615}, modell.weiter);
 

@@ -16,6 +16,8 @@ struct Seite3Modell {
   Beschriftung &ergebnisAnzahl, &ergebnisGeloescht, &ergebnisGeloeschtLabel;
   Beschriftung &ausgeschiedenAnzahl, &ausgeschiedenGeloescht, &ausgeschiedenGeloeschtLabel;
   void (*handlung)(Umgebung&, Seiten&);
+  AusgabenDerSeite ausgaben;
+  QString csvFrage;  // empty: no CSV
 };
 
 Seite3Modell modellFuer(Seite3& seite);

@@ -24,7 +24,7 @@ Seite4Fenster::Seite4Fenster(Seite4& seite, Ablauf& ablauf, QWidget* eltern)
 
   ausfuehrenKnopf("cmdErgebnisZeigen4", {6675, 300, 555, 615}, seite.cmdErgebnisZeigen4,
                   cmdErgebnisZeigen4_Click, false);
-  druckenKnopf("cmdDrucken4", {7290, 300, 615, 615}, seite.cmdDrucken4);
+  druckenKnopf("cmdDrucken4", {7290, 300, 615, 615}, seite.cmdDrucken4, ausgaben4, "CSV-Dateien erstellen");
   serienbriefeKnopf("cmdSerienbriefe4", {7965, 300, 615, 615}, seite.cmdSerienbriefe4, seite.lvwListe4);
   weiterKnopf("cmdWeiter4", {8640, 300, 555, 615}, seite.cmdWeiter4);
 

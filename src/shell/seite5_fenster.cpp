@@ -28,7 +28,7 @@ Seite5Fenster::Seite5Fenster(Seite5& seite, Ablauf& ablauf, QWidget* eltern)
 
   ausfuehrenKnopf("cmdErgebnisZeigen5", {6675, 300, 555, 615}, seite.cmdErgebnisZeigen5,
                   cmdErgebnisZeigen5_Click, false);
-  druckenKnopf("cmdDrucken5", {7290, 300, 615, 615}, seite.cmdDrucken5);
+  druckenKnopf("cmdDrucken5", {7290, 300, 615, 615}, seite.cmdDrucken5, ausgaben5, "CSV-Dateien erstellen");
   serienbriefeKnopf("cmdSerienbriefe5", {7965, 300, 615, 615}, seite.cmdSerienbriefe5, seite.lvwListe5);
   Bildknopf* datentraeger = knopf("cmdDatentraegerErstellen", "datentraeger", "Datenträger erstellen", "T",
                                   {8640, 300, 555, 615}, seite.cmdDatentraegerErstellen);

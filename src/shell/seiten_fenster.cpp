@@ -177,25 +177,37 @@ Bildknopf* SeitenFenster::ausfuehrenKnopf(const QString& name, const Platz& plat
   return knopf;
 }
 
-Bildknopf* SeitenFenster::druckenKnopf(const QString& name, const Platz& platz, Knopf& modell) {
+Bildknopf* SeitenFenster::druckenKnopf(const QString& name, const Platz& platz, Knopf& modell,
+                                       AusgabenDerSeite ausgaben, const QString& csvFrage) {
   Bildknopf* knopf = this->knopf(name, QStringLiteral("drucken"), QStringLiteral("Ergebnis drucken"),
                                  QStringLiteral("D"), platz, modell);
-  auto handlung = [this] {
-    ablauf_.ausfuehren([](Umgebung& umgebung, Seiten&) { nochNichtVerfuegbar(umgebung); });
-  };
-  connect(knopf, &Bildknopf::clicked, this, handlung);
-  connect(knopf, &Bildknopf::rechtsGeklickt, this, handlung);
+  ungestoertBeiKlick(knopf, [&modell, ausgaben](Umgebung& umgebung, Seiten& seiten) {
+    listenDrucken(umgebung, seiten, modell, ausgaben);
+  });
+  if (csvFrage.isEmpty()) return knopf;
+  connect(knopf, &Bildknopf::rechtsGeklickt, this, [this, ausgaben, csvFrage] {
+    ablauf_.ausfuehren([&](Umgebung& umgebung, Seiten& seiten) {
+      listenAlsCSVSpeichern(umgebung, seiten, csvFrage, ausgaben);
+    });
+  });
   return knopf;
 }
 
-void SeitenFenster::kopiertBeiKlick(Bildknopf* knopf, Knopf& modell, const Liste& liste) {
-  connect(knopf, &Bildknopf::clicked, this, [this, knopf, &modell, &liste] {
+// The button is off, seen at once, until everything is done.
+void SeitenFenster::ungestoertBeiKlick(Bildknopf* knopf,
+                                       const std::function<void(Umgebung&, Seiten&)>& handlung) {
+  connect(knopf, &Bildknopf::clicked, this, [this, knopf, handlung] {
     const bool hatteFokus = knopf->hasFocus();
     knopf->setEnabled(false);
     knopf->repaint();
-    ablauf_.ungestoertAusfuehren(
-        [&](Umgebung& umgebung, Seiten&) { serienbriefeKopieren(umgebung, modell, liste); });
+    ablauf_.ungestoertAusfuehren(handlung);
     if (hatteFokus) knopf->setFocus();
+  });
+}
+
+void SeitenFenster::kopiertBeiKlick(Bildknopf* knopf, Knopf& modell, const Liste& liste) {
+  ungestoertBeiKlick(knopf, [&modell, &liste](Umgebung& umgebung, Seiten&) {
+    serienbriefeKopieren(umgebung, modell, liste);
   });
 }
 

@@ -8,6 +8,7 @@
 #include "shell/rahmen.h"
 #include "shell/twips.h"
 #include "shell/zaehler.h"
+#include "steps/listenausgabe.h"
 #include "steps/seiten.h"
 
 class QLabel;
@@ -65,7 +66,9 @@ class SeitenFenster : public Rahmen {
   // `waehrendAus`: the button is off while its step runs.
   Bildknopf* ausfuehrenKnopf(const QString& name, const Platz& platz, Knopf& modell, Handlung handlung,
                              bool waehrendAus = true);
-  Bildknopf* druckenKnopf(const QString& name, const Platz& platz, Knopf& modell);
+  // Prints the lists of the page, or saves them as CSV files after `csvFrage`; empty: no CSV on this page.
+  Bildknopf* druckenKnopf(const QString& name, const Platz& platz, Knopf& modell, AusgabenDerSeite ausgaben,
+                          const QString& csvFrage);
   // Copies the persons of `liste`.
   Bildknopf* serienbriefeKnopf(const QString& name, const Platz& platz, Knopf& modell, const Liste& liste);
   Bildknopf* serienbriefeAusgeschiedenKnopf(const QString& name, int oben, Knopf& modell, const Liste& liste,
@@ -82,6 +85,7 @@ class SeitenFenster : public Rahmen {
   Ablauf& ablauf_;
 
  private:
+  void ungestoertBeiKlick(Bildknopf* knopf, const std::function<void(Umgebung&, Seiten&)>& handlung);
   void kopiertBeiKlick(Bildknopf* knopf, Knopf& modell, const Liste& liste);
 
   struct Angeordnet {

@@ -1,34 +1,13 @@
 // What the window's buttons and keys do around the steps.
 #include <utility>
 
+#include "steps/beschaeftigt.h"
 #include "steps/schritte.h"
 #include "steps/texte.h"
 
 using namespace Qt::StringLiterals;
 
 namespace pelvanto {
-namespace {
-
-// While a step runs its button is off and the pointer an hourglass.
-class Beschaeftigt {
- public:
-  Beschaeftigt(Oberflaeche& oberflaeche, Knopf& knopf) : oberflaeche_(oberflaeche), knopf_(knopf) {
-    knopf_.ein = false;
-    oberflaeche_.sanduhr(true);
-  }
-  ~Beschaeftigt() {
-    oberflaeche_.sanduhr(false);
-    knopf_.ein = true;
-  }
-  Beschaeftigt(const Beschaeftigt&) = delete;
-  Beschaeftigt& operator=(const Beschaeftigt&) = delete;
-
- private:
-  Oberflaeche& oberflaeche_;
-  Knopf& knopf_;
-};
-
-}  // namespace
 
 void cmdErgebnisZeigen1_Click(Umgebung& umgebung, Seiten& seiten) {
   const Beschaeftigt beschaeftigt(umgebung.welt.oberflaeche, seiten.seite1.cmdErgebnisZeigen1);
@@ -60,17 +39,13 @@ void cmdDatentraegerErstellen_Click(Umgebung& umgebung, Seiten& seiten) {
   const UeberweisungT tabelle = std::exchange(seiten.ueberweisungT, std::nullopt).value_or(UeberweisungT{});
   QString pfad;
   if (umgebung.zahlungsverkehr.UeberweisungDateiErstellen(tabelle, iban, bic, pfad)) {
-    umgebung.welt.meldungen.zeigen({u"Die Datei "_s + pfad + u" wurde erstellt."_s, Symbol::Information});
+    umgebung.kontrollliste.anbieten(pfad, tabelle, iban, bic);
   }
 }
 
 void serienbriefeKopieren(Umgebung& umgebung, Knopf& knopf, const Liste& liste) {
   const Beschaeftigt beschaeftigt(umgebung.welt.oberflaeche, knopf);
   umgebung.serienbriefe.SerienbriefAdressenKopieren(liste);
-}
-
-void nochNichtVerfuegbar(Umgebung& umgebung) {
-  umgebung.welt.meldungen.zeigen({u"Diese Funktion ist noch nicht verfügbar."_s, Symbol::Information});
 }
 
 void markierteZeilenLoeschen(const DatenTypen& typen, Liste& liste, Beschriftung& geloescht,

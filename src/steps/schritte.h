@@ -27,13 +27,11 @@ void cmdErgebnisZeigen3b_Click(Umgebung& umgebung, Seiten& seiten);
 void cmdErgebnisZeigen4_Click(Umgebung& umgebung, Seiten& seiten);
 // The step, then the buttons by its result.
 void cmdErgebnisZeigen5_Click(Umgebung& umgebung, Seiten& seiten);
-// The payment-file button: own account from the settings file, file, message, transfer table released. It
-// stays off until step 5 has run again.
+// The payment-file button: own account from the settings file, file, transfer table released, control
+// list. It stays off until step 5 has run again.
 void cmdDatentraegerErstellen_Click(Umgebung& umgebung, Seiten& seiten);
 // Every mail-merge button: copies the persons of `liste`, the button's own one.
 void serienbriefeKopieren(Umgebung& umgebung, Knopf& knopf, const Liste& liste);
-// The buttons for printing and CSV files, which come later: says so.
-void nochNichtVerfuegbar(Umgebung& umgebung);
 
 // Delete key in a list of steps 1 to 3b: removes the selected rows and counts them beside the list.
 void markierteZeilenLoeschen(const DatenTypen& typen, Liste& liste, Beschriftung& geloescht,

@@ -70,6 +70,18 @@ PDFInhalt pdfLesen(const QString& datei) {
   return inhalt;
 }
 
+std::vector<Solltext> rahmentexte(int seite, const QString& titel, const QString& untertitel,
+                                  const QString& werbezeile) {
+  const double rechterBlock = 277 - 22.76;  // the measured width of the project line
+  return {{seite, u"Tolvana"_s, rechterBlock, 11},
+          {seite, u"Projekt: Milvarte"_s, rechterBlock, 15},
+          {seite, titel, 20, 10},
+          {seite, untertitel, 20, 16},
+          {seite, u"16.03.2026 08:09"_s, 20, 191},
+          {seite, u"Seite %1"_s.arg(seite), 148.5, 191, Anker::Mitte},
+          {seite, werbezeile, 277, 191, Anker::Rechts}};
+}
+
 Abgleich abgleichen(const PDFInhalt& inhalt, const std::vector<Solltext>& soll) {
   const std::vector<PDFWort>& woerter = inhalt.woerter;
   std::vector<bool> vergeben(woerter.size());

@@ -35,6 +35,9 @@ struct Solltext {
   double x = 0, y = 0;
   Anker anker = Anker::Links;
 };
+// The texts of header and footer of a page, printed on 2026-03-16 at 08:09.
+std::vector<Solltext> rahmentexte(int seite, const QString& titel, const QString& untertitel,
+                                  const QString& werbezeile);
 
 // How the words of a PDF compare with the texts that must be there: each word belongs to one text, and each
 // text stands within 0.5 mm of its place.

@@ -7,7 +7,7 @@
 
 #include "common/ausgabe.h"
 #include "common/druckwelt.h"
-#include "druck/druckserver.h"
+#include "druck/druckserverwelt.h"
 #include "druck/gedrucktes_pdf.h"
 #include "seams/real/echter_drucker.h"
 
@@ -18,7 +18,7 @@ namespace pelvanto {
 namespace {
 
 using test::Anker;
-using test::Druckserver;
+using test::Druckserverwelt;
 using test::Solltext;
 
 const QString kTitel = u"Schritt 5: Überweisungen für \"Größe & Maß\""_s;
@@ -75,14 +75,7 @@ std::vector<Solltext> zellen(int seite, double y, const QStringList& texte) {
 }
 
 void seitenrahmen(std::vector<Solltext>& soll, int seite) {
-  const double rechterBlock = 277 - 22.76;  // the measured width of the project line
-  const std::vector<Solltext> rahmen{{seite, u"Tolvana"_s, rechterBlock, 11},
-                                     {seite, u"Projekt: Milvarte"_s, rechterBlock, 15},
-                                     {seite, kTitel, 20, 10},
-                                     {seite, kUntertitel, 20, 16},
-                                     {seite, u"16.03.2026 08:09"_s, 20, 191},
-                                     {seite, u"Seite %1"_s.arg(seite), 148.5, 191, Anker::Mitte},
-                                     {seite, u"Programmierung: Pelvanto-Team"_s, 277, 191, Anker::Rechts}};
+  const auto rahmen = test::rahmentexte(seite, kTitel, kUntertitel, u"Programmierung: Pelvanto-Team"_s);
   soll.insert(soll.end(), rahmen.begin(), rahmen.end());
   const auto koepfe = zellen(seite, 22, {u"Name"_s, u"Ort"_s, u"Menge"_s, u"Betrag"_s, u"Notiz"_s});
   soll.insert(soll.end(), koepfe.begin(), koepfe.end());
@@ -147,19 +140,6 @@ TEST(ListenDruckTest, APDFThatIsNotEndedOrNotWholeLeavesNoFile) {
   EXPECT_FALSE(welt.listen.ListeDrucken(liste(1), u"Titel"_s, {}, true));
   ASSERT_EQ(welt.programm.meldungen.gezeigt.size(), 1U);
 }
-
-class Druckserverwelt : public testing::Test {
- protected:
-  void SetUp() override {
-    if (!Druckserver::vorhanden()) GTEST_SKIP() << "CUPS is not installed";
-    ASSERT_EQ(server.starten(), QString());
-  }
-  ~Druckserverwelt() override { server.beenden(); }
-
-  Druckserver& server = Druckserver::einziger();
-  EchterDrucker drucker;
-  test::Druckwelt welt{drucker};
-};
 
 TEST_F(Druckserverwelt, EachListIsADocumentOfTheDefaultQueue) {
   EXPECT_EQ(drucker.standarddrucker(), u"Ablage");

@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QTest>
+#include <QWindow>
 
 #include <stdexcept>
 
@@ -62,6 +64,25 @@ void Fensterwelt::einstellungenAnlegen() const {
       "EigeneIBAN=AT61 1904 3002 3457 3201\r\nEigeneBIC=MUSTAT2LXXX\r\n");
 }
 
+void Fensterwelt::vereinMitAusfaellenAnlegen() {
+  VerbindoDatenbank datenbank;
+  datenbank.gruppe(1, u"Lieferung").gruppe(2, u"Beitrag 2025").gruppe(3, u"Beitrag 2026");
+  datenbank.gruppe(4, u"Bio").gruppe(5, u"Kurs");
+  for (int id = 1; id <= 7; ++id) {
+    VerbindoDatenbank::Person person{.id = id, .namen = u"Hof" + std::u16string(1, char16_t(u'0' + id))};
+    if (id != 7) person.iban = u"AT611904300234573201";
+    if (id != 7) person.bic = u"MUSTAT2LXXX";
+    datenbank.person(person);
+    datenbank.mitglied(id, 1, id == 6 ? std::nullopt : std::optional(1000));
+    if (id != 3) datenbank.mitglied(id, 2).mitglied(id, 3);
+    if (id != 4) datenbank.mitglied(id, 4);
+    if (id != 5) datenbank.mitglied(id, 5);
+  }
+  datenbank.schreiben(std::filesystem::path(pfad("Verbindo.mdb").toStdU16String()));
+  einstellungenAnlegen();
+  schreiben("verbindo.ini", lesen("verbindo.ini") + "GruppeNotwendig=Bio\r\nGruppeNotwendig3b=Kurs\r\n");
+}
+
 bool Fensterwelt::starten() {
   umgebung = std::make_unique<Umgebung>(Aussenwelt{uhr, meldungen, oberflaeche, gebietsschema, dateisystem,
                                                    jet::systemFiles(), drucker, anwendungen},
@@ -80,6 +101,12 @@ bool Fensterwelt::druecken(const QString& name) const {
   if (!knopf->isEnabled()) return false;
   knopf->click();
   return true;
+}
+
+void Fensterwelt::rechtsklicken(const QString& name) const {
+  const auto* steuerelement = finden<QWidget>(name);
+  const QPoint mitte = steuerelement->mapTo(fenster.get(), steuerelement->rect().center());
+  QTest::mouseClick(fenster->windowHandle(), Qt::RightButton, {}, mitte);
 }
 
 std::vector<QStringList> Fensterwelt::zeilen(const QString& name, int abZahl) const {

@@ -35,6 +35,9 @@ class Fensterwelt {
   // The settings that lead through `vereinAnlegen`.
   void einstellungenAnlegen() const;
 
+  // Persons 1 and 2 get money; 3 to 7 drop out, one in each step from the second on. With its settings.
+  void vereinMitAusfaellenAnlegen();
+
   // Makes the window, starts it and shows it. What starten() said.
   bool starten();
 
@@ -46,6 +49,8 @@ class Fensterwelt {
   }
   // Presses a button that can be seen; false if it is off.
   bool druecken(const QString& name) const;
+  // The right mouse button over a control, by the window system's way.
+  void rechtsklicken(const QString& name) const;
   QString text(const QString& name) const { return finden<QLabel>(name)->text(); }
   QLineEdit* feld(const QString& name) const { return finden<QLineEdit>(name); }
   ListenAnsicht* liste(const QString& name) const { return finden<ListenAnsicht>(name); }

@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include "common/verbindo_datenbank.h"
 #include "seams/real/echte_meldungen.h"
 #include "shell/fensterwelt.h"
 
@@ -16,26 +15,9 @@ namespace {
 
 class SerienbriefeTest : public testing::Test {
  protected:
-  // Persons 1 and 2 get money; 3 to 7 drop out, one in each step from the second on.
   SerienbriefeTest() {
-    VerbindoDatenbank datenbank;
-    datenbank.gruppe(1, u"Lieferung").gruppe(2, u"Beitrag 2025").gruppe(3, u"Beitrag 2026");
-    datenbank.gruppe(4, u"Bio").gruppe(5, u"Kurs");
-    for (int id = 1; id <= 7; ++id) {
-      VerbindoDatenbank::Person person{.id = id, .namen = u"Hof" + std::u16string(1, char16_t(u'0' + id))};
-      if (id != 7) person.iban = u"AT611904300234573201";
-      if (id != 7) person.bic = u"MUSTAT2LXXX";
-      datenbank.person(person);
-      datenbank.mitglied(id, 1, id == 6 ? std::nullopt : std::optional(1000));
-      if (id != 3) datenbank.mitglied(id, 2).mitglied(id, 3);
-      if (id != 4) datenbank.mitglied(id, 4);
-      if (id != 5) datenbank.mitglied(id, 5);
-    }
-    datenbank.schreiben(std::filesystem::path(welt.pfad("Verbindo.mdb").toStdU16String()));
+    welt.vereinMitAusfaellenAnlegen();
     leereDatenbank = welt.lesen("Verbindo.mdb");
-    welt.einstellungenAnlegen();
-    welt.schreiben("verbindo.ini",
-                   welt.lesen("verbindo.ini") + "GruppeNotwendig=Bio\r\nGruppeNotwendig3b=Kurs\r\n");
     if (!welt.starten()) throw std::runtime_error("the window does not start");
   }
 

@@ -103,7 +103,7 @@ TEST(StartUndEnde, ProgrammEndeClosesTheWindowWithoutSaving) {
   const QByteArray vorher = welt.lesen("verbindo.ini");
   welt.feld("txtUnterlieferungGruppe")->setText("Geändert");
   welt.meldungen.beimZeigen = [](const Meldung&) { throw ProgrammEnde{}; };
-  EXPECT_TRUE(welt.druecken("cmdDrucken1"));
+  welt.rechtsklicken("cmdDrucken1");
   EXPECT_TRUE(welt.fenster->beendet());
   EXPECT_FALSE(welt.fenster->isVisible());
   EXPECT_EQ(welt.lesen("verbindo.ini"), vorher);
@@ -119,7 +119,7 @@ TEST(StartUndEnde, AnUnexpectedErrorIsReportedAndTheProgramGoesOn) {
   welt.meldungen.beimZeigen = [&erste](const Meldung&) {
     if (std::exchange(erste, false)) throw Datenbankfehler{-2147467259, "Testfehler"};
   };
-  EXPECT_TRUE(welt.druecken("cmdDrucken1"));
+  welt.rechtsklicken("cmdDrucken1");
   const Meldung& meldung = welt.meldungen.gezeigt.back();
   EXPECT_EQ(meldung.titel, QString("Fehler"));
   EXPECT_TRUE(meldung.text.startsWith("Fehler -2147467259 (Testfehler) in Prozedur "));
@@ -144,7 +144,7 @@ TEST(StartUndEnde, NothingIntrudesIntoARunningAction) {
     EXPECT_EQ(welt.fenster->aktuelleSeite(), 0);
     EXPECT_FALSE(welt.fenster->close());
   };
-  welt.druecken("cmdDrucken1");
+  welt.rechtsklicken("cmdDrucken1");
   EXPECT_FALSE(welt.fenster->isVisible()) << "closed after the action";
   EXPECT_TRUE(welt.lesen("verbindo.ini").contains("UnterlieferungGruppe=inzwischen getippt"));
 }

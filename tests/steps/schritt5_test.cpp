@@ -171,7 +171,10 @@ TEST_F(Schritt5Test, OneRunGivesOneFile) {
   bisSchritt(5);
   dateiErstellen();
   const Meldung gezeigt = meldung();
-  EXPECT_EQ(gezeigt, (Meldung{u"Die Datei /prog/UE26001.xml wurde erstellt."_s, Symbol::Information}));
+  EXPECT_EQ(gezeigt, (Meldung{u"Die Datei /prog/UE26001.xml wurde erstellt. Soll eine Liste über alle "
+                              "Überweisungen in dieser Datei erstellt werden?"_s,
+                              Symbol::Frage, Knoepfe::JaNein}));
+  EXPECT_TRUE(programm.drucker.dokumente.empty()) << "the question was answered with No";
   const QByteArray datei = programm.dateien.inhalt(u"/prog/UE26001.xml"_s);
   EXPECT_TRUE(datei.contains("<IBAN>AT611904300234573201</IBAN>"));
   EXPECT_TRUE(datei.contains("<CtrlSum>1130.00</CtrlSum>"));
@@ -191,7 +194,13 @@ TEST_F(Schritt5Test, OneRunGivesOneFile) {
   seiten.seite4.lvwListe4.hinzufuegen(zeilen4);
   ausfuehren();
   EXPECT_TRUE(seite.cmdDatentraegerErstellen.ein);
+  programm.meldungen.antworten = {Antwort::Ja};
   dateiErstellen();
+  ASSERT_EQ(programm.drucker.dokumente.size(), 1U);
+  const auto& texte = programm.drucker.dokumente[0].seiten[0].texte;
+  EXPECT_EQ(texte[2].text, u"Überweisung-Datei          /prog/UE26002.xml"_s);
+  EXPECT_EQ(texte[3].text, u"AT61 1904 3002 3457 3201           MUSTAT2LXXX"_s);
+  EXPECT_EQ(texte.back().text, u"1.130,00 €"_s);
   EXPECT_TRUE(programm.dateien.existiert(u"/prog/UE26002.xml"_s));
 }
 
@@ -204,11 +213,6 @@ TEST_F(Schritt5Test, AFileThatIsRefusedStillReleasesTheTable) {
             (Meldung{u"Offensichtlich wurde die BIC des Auftraggebers nicht erfasst."_s, Symbol::Kritisch}));
   EXPECT_FALSE(seiten.ueberweisungT);
   EXPECT_FALSE(seite.cmdDatentraegerErstellen.ein);
-}
-
-TEST_F(Schritt5Test, WhatComesLaterSaysSo) {
-  nochNichtVerfuegbar(umgebung);
-  EXPECT_EQ(meldung(), (Meldung{u"Diese Funktion ist noch nicht verfügbar."_s, Symbol::Information}));
 }
 
 }  // namespace

@@ -1,0 +1,180 @@
+// The print buttons: the left mouse button prints, the right one and the menu key save CSV files.
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QDir>
+#include <QTest>
+#include <QWindow>
+
+#include <gtest/gtest.h>
+
+#include "shell/fensterwelt.h"
+
+namespace pelvanto::test {
+namespace {
+
+Meldung csvFrage(const QString& text) { return {text, Symbol::Frage, Knoepfe::JaNein}; }
+
+class DruckenTest : public testing::Test {
+ protected:
+  DruckenTest() {
+    welt.vereinMitAusfaellenAnlegen();
+    QDir(welt.ordner.path()).mkdir("Tisch");
+    welt.anwendungen.schreibtischordner = welt.pfad("Tisch");
+    if (!welt.starten()) throw std::runtime_error("the window does not start");
+  }
+
+  QAbstractButton* knopf(const QString& name) const { return welt.finden<QAbstractButton>(name); }
+  QStringList dokumente() const {
+    QStringList namen;
+    for (const Gedrucktes& dokument : welt.drucker.dokumente) namen << dokument.name;
+    return namen;
+  }
+  QStringList csvDateien() const { return QDir(welt.pfad("Tisch")).entryList(QDir::Files, QDir::Name); }
+  // As the window system hands the menu key on.
+  void menuetaste() const {
+    QContextMenuEvent taste(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    QCoreApplication::sendEvent(welt.fenster->windowHandle(), &taste);
+  }
+  QString fokus() const {
+    return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString();
+  }
+
+  Fensterwelt welt;
+};
+
+TEST_F(DruckenTest, EveryButtonPrintsAndSavesTheListsOfItsPage) {
+  struct Fall {
+    const char* schritt;
+    QStringList titel;
+  };
+  const QString schritt4 =
+      "Schritt 4: Auszahlung berechnen      1.000,00 €  /  3.000 kg Milch = 33,3333 Cent pro kg";
+  const QString schritt5 =
+      "Schritt 5: Datenträger erstellen:  Netto: 666,66 €,  Steuer: 86,66 €,  Brutto: 753,32 €";
+  const Fall faelle[] = {
+      {"1", {"Schritt 1: Mitglieder der Gruppe Lieferung"}},
+      {"2",
+       {"Schritt 2: 2025 und 2026 bezahlt", "Schritt 2: AUSGESCHIEDEN - 2025 und/oder 2026 nicht bezahlt"}},
+      {"3", {"Schritt 3: Enthalten in Bio", "Schritt 3: AUSGESCHIEDEN - weil nicht enthalten in Bio"}},
+      {"3b", {"Schritt 3b: Enthalten in Kurs", "Schritt 3b: AUSGESCHIEDEN - weil nicht enthalten in Kurs"}},
+      {"4", {schritt4, "Schritt 4: AUSGESCHIEDEN - keine Milchmenge"}},
+      {"5", {schritt5, "Schritt 5: AUSGESCHIEDEN - keine Bankverbindung"}},
+  };
+  for (const Fall& fall : faelle) {
+    SCOPED_TRACE(fall.schritt);
+    const QString name = QString("cmdDrucken") + fall.schritt;
+    ASSERT_TRUE(welt.druecken(QString("cmdErgebnisZeigen") + fall.schritt));
+    welt.oberflaeche.sanduhrFolge.clear();
+    welt.drucker.dokumente.clear();
+    ASSERT_TRUE(welt.druecken(name));
+    EXPECT_EQ(dokumente(), fall.titel);
+    for (const Gedrucktes& dokument : welt.drucker.dokumente) EXPECT_TRUE(dokument.beendet);
+    EXPECT_EQ(welt.oberflaeche.sanduhrFolge, std::vector<bool>({true, false}));
+    EXPECT_TRUE(knopf(name)->isEnabled());
+    EXPECT_TRUE(welt.meldungen.gezeigt.empty());
+
+    // No, then Yes.
+    QStringList csv;
+    for (QString titel : fall.titel) csv << titel.replace(u':', u' ').replace(u'/', u' ') + ".csv";
+    welt.rechtsklicken(name);
+    EXPECT_EQ(csvDateien(), QStringList());
+    welt.meldungen.antworten = {Antwort::Ja};
+    welt.rechtsklicken(name);
+    if (fall.schritt == QString("3b")) {
+      EXPECT_TRUE(welt.meldungen.gezeigt.empty());
+      EXPECT_EQ(csvDateien(), QStringList());
+    } else {
+      const QString frage = fall.titel.size() == 1 ? "CSV-Datei erstellen" : "CSV-Dateien erstellen";
+      ASSERT_EQ(welt.meldungen.gezeigt.size(), 2U + fall.titel.size());
+      EXPECT_EQ(welt.meldungen.gezeigt[0], csvFrage(frage));
+      EXPECT_EQ(welt.meldungen.gezeigt[1], csvFrage(frage));
+      for (qsizetype i = 0; i < csv.size(); ++i) {
+        EXPECT_TRUE(welt.meldungen.gezeigt[static_cast<std::size_t>(2 + i)].text.contains(csv[i])) << i;
+      }
+      csv.sort();
+      EXPECT_EQ(csvDateien(), csv);
+    }
+    for (const QString& datei : csvDateien()) QFile::remove(welt.pfad("Tisch/" + datei));
+    welt.meldungen.gezeigt.clear();
+    welt.meldungen.antworten.clear();
+    if (fall.schritt != QString("5")) {
+      ASSERT_TRUE(welt.druecken(QString("cmdWeiter") + fall.schritt));
+    }
+  }
+}
+
+TEST_F(DruckenTest, AButtonThatIsOffDoesNothing) {
+  ASSERT_FALSE(knopf("cmdDrucken1")->isEnabled());
+  welt.rechtsklicken("cmdDrucken1");
+  QTest::mouseClick(knopf("cmdDrucken1"), Qt::LeftButton);
+  EXPECT_TRUE(welt.meldungen.gezeigt.empty() && welt.drucker.dokumente.empty());
+}
+
+TEST_F(DruckenTest, TheFocusStaysAndTheMenuKeyIsTheRightButton) {
+  welt.bisSeite(0);
+  knopf("cmdDrucken1")->setFocus();
+  QTest::keyClick(knopf("cmdDrucken1"), Qt::Key_Return);
+  EXPECT_EQ(dokumente().size(), 1);
+  EXPECT_EQ(fokus(), QString("cmdDrucken1"));
+  welt.meldungen.antworten = {Antwort::Ja};
+  menuetaste();
+  EXPECT_EQ(csvDateien(), QStringList("Schritt 1  Mitglieder der Gruppe Lieferung.csv"));
+  EXPECT_EQ(fokus(), QString("cmdDrucken1"));
+}
+
+TEST_F(DruckenTest, NothingGetsThroughWhileItPrints) {
+  welt.bisSeite(1);
+  welt.druecken("cmdDrucken2");
+  welt.drucker.dokumente.clear();
+  int gestoert = 0;
+  welt.drucker.stoerung = [&](const char* vorgang) {
+    if (vorgang != QString("beenden")) return;
+    ++gestoert;
+    EXPECT_TRUE(welt.oberflaeche.sanduhrAn);
+    EXPECT_FALSE(knopf("cmdDrucken2")->isEnabled());
+    EXPECT_TRUE(knopf("cmdWeiter2")->isEnabled()) << "only the pressed button is off";
+    for (const char* name : {"cmdDrucken2", "cmdWeiter2"}) QTest::mouseClick(knopf(name), Qt::LeftButton);
+    welt.rechtsklicken("cmdDrucken2");
+  };
+  ASSERT_TRUE(welt.druecken("cmdDrucken2"));
+  EXPECT_EQ(gestoert, 2);
+  EXPECT_EQ(dokumente().size(), 2);
+  EXPECT_TRUE(welt.meldungen.gezeigt.empty());
+  EXPECT_EQ(welt.fenster->aktuelleSeite(), 1);
+  EXPECT_TRUE(knopf("cmdDrucken2")->isEnabled());
+
+  // A printer that fails is told, and the other list is printed all the same.
+  welt.drucker.stoerung = [&](const char* vorgang) {
+    if (vorgang == QString("beenden") && std::exchange(gestoert, 0) > 0) throw Druckfehler{482, "Papierstau"};
+  };
+  welt.drucker.dokumente.clear();
+  ASSERT_TRUE(welt.druecken("cmdDrucken2"));
+  ASSERT_EQ(welt.drucker.dokumente.size(), 2U);
+  EXPECT_TRUE(welt.drucker.dokumente[0].verworfen && welt.drucker.dokumente[1].beendet);
+  EXPECT_EQ(welt.meldungen.gezeigt.size(), 1U);
+  EXPECT_FALSE(welt.oberflaeche.sanduhrAn);
+  EXPECT_TRUE(knopf("cmdDrucken2")->isEnabled());
+}
+
+TEST_F(DruckenTest, BeforeAStepHasRunTheListsAreEmpty) {
+  welt.bisSeite(3);
+  for (const char* weiter : {"cmdWeiter3b", "cmdWeiter4"}) {
+    ASSERT_TRUE(welt.druecken(weiter));
+    const QString name = QString("cmdDrucken%1").arg(welt.fenster->aktuelleSeite());
+    welt.meldungen.gezeigt.clear();
+    ASSERT_TRUE(welt.druecken(name));
+    const Meldung druck{"Die Liste ist leer. Druck wird nicht durchgeführt!", Symbol::Information,
+                        Knoepfe::Ok, "Liste ist leer"};
+    EXPECT_EQ(welt.meldungen.gezeigt, std::vector<Meldung>({druck, druck}));
+    welt.meldungen.gezeigt.clear();
+    welt.meldungen.antworten = {Antwort::Ja};
+    welt.rechtsklicken(name);
+    const Meldung csv{"Die Liste ist leer. Erstellung der CSV wird nicht durchgeführt!", Symbol::Information,
+                      Knoepfe::Ok, "Liste ist leer"};
+    EXPECT_EQ(welt.meldungen.gezeigt, std::vector<Meldung>({csvFrage("CSV-Dateien erstellen"), csv, csv}));
+  }
+  EXPECT_TRUE(welt.drucker.dokumente.empty() && csvDateien().isEmpty());
+}
+
+}  // namespace
+}  // namespace pelvanto::test
