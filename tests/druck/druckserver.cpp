@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QPrinterInfo>
 #include <QStandardPaths>
 #include <QThread>
 
@@ -107,7 +108,7 @@ QString Druckserver::starten(bool nimmtAn) {
                 {u"-f"_s, u"-c"_s, pfad(u"cupsd.conf"_s), u"-s"_s, pfad(u"cups-files.conf"_s)});
   QElapsedTimer uhr;
   uhr.start();
-  while (!QFileInfo::exists(pfad(u"server"_s))) {
+  while (!QFileInfo::exists(pfad(u"server"_s)) || QPrinterInfo::defaultPrinterName() != u"Ablage") {
     if (server_.waitForFinished(20) || server_.state() == QProcess::NotRunning || uhr.elapsed() > kGeduld) {
       return QString::fromUtf8("cupsd: " + server_.readAll() + inhalt(pfad(u"fehler.log"_s)));
     }

@@ -4,6 +4,7 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <iostream>
 
 #include "common/ausgabe.h"
 #include "common/druckwelt.h"

@@ -10,6 +10,7 @@
 #include <QPrinterInfo>
 #include <QRegularExpression>
 
+#include <cmath>
 #include <variant>
 #include <vector>
 
@@ -37,8 +38,8 @@ class QtDokument : public Druckdokument {
     drucker_->setFullPage(true);
     drucker_->setPageSize(QPageSize(QPageSize::A4));
     drucker_->setPageOrientation(QPageLayout::Landscape);
-    if (drucker_->pageLayout().orientation() != QPageLayout::Landscape ||
-        drucker_->pageLayout().pageSize().id() != QPageSize::A4) {
+    const QSizeF blatt = drucker_->pageLayout().fullRect(QPageLayout::Millimeter).size();
+    if (std::abs(blatt.width() - kBreite) > 1 || std::abs(blatt.height() - kHoehe) > 1) {
       throw druckerfehler(QStringLiteral("Der Drucker kann nicht quer auf A4 drucken"));
     }
   }
@@ -81,7 +82,7 @@ class QtDokument : public Druckdokument {
     QFont schrift;
   };
   using Zeichnung = std::variant<Text, QLineF>;
-  static constexpr double kStrich = 0.1;  // mm
+  static constexpr double kBreite = 297, kHoehe = 210, kStrich = 0.1;  // mm
   static constexpr double kMillimeterJeZoll = 25.4;
 
   static void malen(QPainter& maler, const std::vector<Zeichnung>& seite) {
