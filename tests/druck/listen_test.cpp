@@ -3,6 +3,11 @@
 #include <QPdfWriter>
 #include <QTemporaryDir>
 
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#endif
+
+#include <csignal>
 #include <gtest/gtest.h>
 #include <iostream>
 
@@ -135,6 +140,21 @@ TEST(ListenDruckTest, APDFThatIsNotEndedOrNotWholeLeavesNoFile) {
   PDFDrucker drucker(ordner.path());
   drucker.dokument(kTitel)->text(20, 20, u"halb"_s, {});
   EXPECT_TRUE(QDir(ordner.path()).isEmpty());
+
+#ifdef Q_OS_UNIX
+  // A full disk.
+  test::Druckwelt voll(drucker);
+  rlimit bisher{};
+  getrlimit(RLIMIT_FSIZE, &bisher);
+  const rlimit klein{2048, bisher.rlim_max};
+  const auto signal = std::signal(SIGXFSZ, SIG_IGN);
+  setrlimit(RLIMIT_FSIZE, &klein);
+  EXPECT_FALSE(voll.listen.ListeDrucken(liste(40), u"Titel"_s, {}, true));
+  setrlimit(RLIMIT_FSIZE, &bisher);
+  std::signal(SIGXFSZ, signal);
+  EXPECT_TRUE(voll.programm.meldungen.texte().join(u' ').contains(u"nicht vollständig geschrieben"_s));
+  EXPECT_TRUE(QDir(ordner.path()).isEmpty());
+#endif
 
   PDFDrucker nirgends(ordner.filePath(u"fehlt"_s));
   test::Druckwelt welt(nirgends);
