@@ -16,6 +16,7 @@ constexpr int kZeilengroesse = 9, kKopfgroesse = 8;  // points
 constexpr int kErsteZeile = 9;                       // mm below the header
 constexpr int kLetzteZeile = 5;                      // mm over the footer
 constexpr int kFuenferabstand = 3;                   // mm
+constexpr double kTextabstand = 1;                   // mm
 
 // To the nearest whole millimetre, a half to the even one, as this program rounds everywhere when a number
 // becomes an integer.
@@ -64,6 +65,28 @@ Druckausrichtung druckausrichtung(Ausrichtung ausrichtung) {
   return ausrichtung == Ausrichtung::Rechts ? Druckausrichtung::Rechts : Druckausrichtung::Links;
 }
 
+// The hidden first column has no text of its own.
+QString zellentext(const Zeile& zeile, std::size_t spalte) {
+  return zeile.texte.value(static_cast<qsizetype>(spalte) - 1);
+}
+
+// The room for a left-aligned text reaches to the right edge of a right-aligned column beside it. Where both
+// texts would run into one another (an IBAN into an amount) it ends before the other text.
+double platz(FunktionenDrucker& druck, const std::vector<DruckSpalte>& spalten, const Zeile& zeile,
+             std::size_t j) {
+  const DruckSpalte& spalte = spalten[j];
+  std::size_t k = j + 1;
+  while (k < spalten.size() && spalten[k].Breite <= 0) ++k;
+  if (spalte.ausrichtung != Ausrichtung::Links || k == spalten.size() ||
+      spalten[k].ausrichtung != Ausrichtung::Rechts) {
+    return spalte.Druckbreite;
+  }
+  const QString nachbar = zellentext(zeile, k);
+  if (ohneAeussereBlanks(nachbar).isEmpty()) return spalte.Druckbreite;
+  const double frei = spalten[k].X - druck.Textbreite(nachbar, kZeilengroesse) - kTextabstand - spalte.X;
+  return frei > 0 ? std::min<double>(frei, spalte.Druckbreite) : spalte.Druckbreite;
+}
+
 // The height of the last printed text; 0 without one.
 double zeileDrucken(FunktionenDrucker& druck, const std::vector<DruckSpalte>& spalten, const Zeile& zeile,
                     double y) {
@@ -71,10 +94,8 @@ double zeileDrucken(FunktionenDrucker& druck, const std::vector<DruckSpalte>& sp
   for (std::size_t j = 0; j < spalten.size(); ++j) {
     const DruckSpalte& spalte = spalten[j];
     if (spalte.Breite <= 0) continue;
-    // The hidden first column has no text of its own.
-    const QString text = zeile.texte.value(static_cast<qsizetype>(j) - 1);
-    hoehe = druck.TextDrucken(spalte.X, y, text, druckausrichtung(spalte.ausrichtung), kZeilengroesse, false,
-                              spalte.Druckbreite);
+    hoehe = druck.TextDrucken(spalte.X, y, zellentext(zeile, j), druckausrichtung(spalte.ausrichtung),
+                              kZeilengroesse, false, platz(druck, spalten, zeile, j));
   }
   return hoehe;
 }

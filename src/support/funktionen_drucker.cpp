@@ -104,6 +104,15 @@ double FunktionenDrucker::TextDrucken(double x, double y, const QString& text, D
   }
 }
 
+double FunktionenDrucker::Textbreite(const QString& text, int punkte) {
+  try {
+    return dokument_ ? dokument_->textbreite(text, {punkte}) : 0;
+  } catch (const Druckfehler& fehler) {
+    merken(fehler);
+    return 0;
+  }
+}
+
 void FunktionenDrucker::neueSeite() {
   if (dokument_) dokument_->neueSeite();
 }

@@ -33,6 +33,9 @@ class FunktionenDrucker {
   // failure leaves this.
   double TextDrucken(double x, double y, const QString& text, Druckausrichtung ausrichtung, int punkte,
                      bool kursiv, double breite);
+  // Width of a text in the document's upright font of this size; 0 without a document. No failure leaves
+  // this.
+  double Textbreite(const QString& text, int punkte);
   // The next page of the document, still without its frame. Throws Druckfehler.
   void neueSeite();
   // Sends the document to the printer; nothing to do without one. Throws Druckfehler, also the first one that

@@ -150,6 +150,20 @@ TEST_F(ListeDruckenTest, CaptionsAndCellsStandInTheirColumns) {
   }
 }
 
+TEST_F(ListeDruckenTest, ATextNeverRunsIntoTheAmountBesideIt) {
+  // 150 mm to the right edge of the amount: 100 characters are too many, 70 are not, 80 are beside an amount.
+  fuellen(1, {QString(80, u'n'), u"1.234,50"_s, {}});
+  fuellen(1, {QString(70, u'n'), u"1.234,50"_s, {}});
+  fuellen(1, {QString(80, u'n'), u" "_s, {}});
+  ASSERT_TRUE(drucken());
+  QStringList texte;
+  for (const Textstelle& text : inhalt()) {
+    if (text.x == 20 && !text.schrift.kursiv) texte << text.text;
+  }
+  // 150 - 8 * 1.8 - 1 = 134.6 mm: 74 characters.
+  EXPECT_EQ(texte, QStringList({QString(71, u'n') + u"..."_s, QString(70, u'n'), QString(80, u'n')}));
+}
+
 TEST_F(ListeDruckenTest, RowsGoDownByTheHeightOfTheirLastCell) {
   fuellen(2);
   fuellen(1, {u"Anna"_s, u"1,50"_s, u" "_s});
