@@ -1,5 +1,8 @@
 #include "payment/kontrollliste.h"
 
+#include <optional>
+#include <utility>
+
 #include "payment/iban.h"
 #include "payment/zahlungsdatei.h"
 #include "support/zahlenformat.h"

@@ -49,7 +49,7 @@ ListenAnsicht::ListenAnsicht(Liste& liste, QWidget* eltern)
   header()->setSectionsClickable(true);
   header()->setSectionsMovable(false);
   header()->setHighlightSections(false);
-  header()->setMinimumSectionSize(8);
+  header()->setMinimumSectionSize(0);  // whoever does not want a column on paper pushes it together
   connect(header(), &QHeaderView::sectionClicked, this, &ListenAnsicht::spalteAngeklickt);
   connect(header(), &QHeaderView::sectionResized, this,
           [this](int spalte, int, int neu) { breiteGeaendert(spalte, neu); });
@@ -113,14 +113,16 @@ void ListenAnsicht::breitenSetzen() {
   const std::vector<Spalte>& spalten = liste_.spalten();
   for (std::size_t i = 0; i < spalten.size() && static_cast<int>(i) < header()->count(); ++i) {
     const int spalte = static_cast<int>(i);
-    setColumnHidden(spalte, spalten[i].breite == 0);
-    if (spalten[i].breite > 0) header()->resizeSection(spalte, pixel(spalten[i].breite));
+    // A column that was pushed together can be pulled out again, the first one cannot.
+    const bool versteckt = i == 0 && spalten[i].breite == 0;
+    setColumnHidden(spalte, versteckt);
+    if (!versteckt) header()->resizeSection(spalte, pixel(spalten[i].breite));
   }
   setztBreiten_ = false;
 }
 
 void ListenAnsicht::breiteGeaendert(int spalte, int pixel) {
-  if (setztBreiten_ || pixel <= 0 || static_cast<std::size_t>(spalte) >= liste_.spalten().size()) return;
+  if (setztBreiten_ || static_cast<std::size_t>(spalte) >= liste_.spalten().size()) return;
   liste_.spaltenbreiteSetzen(spalte, twips(pixel));
 }
 

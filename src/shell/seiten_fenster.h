@@ -2,6 +2,7 @@
 
 #include <QList>
 
+#include <functional>
 #include <vector>
 
 #include "shell/ablauf.h"

@@ -1,6 +1,8 @@
 #include "payment/kontrollliste.h"
 
+#include <functional>
 #include <gtest/gtest.h>
+#include <tuple>
 
 #include "common/ausgabe.h"
 #include "common/fake_drucker.h"

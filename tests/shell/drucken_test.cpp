@@ -2,10 +2,13 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QDir>
+#include <QFile>
+#include <QHeaderView>
 #include <QTest>
 #include <QWindow>
 
 #include <gtest/gtest.h>
+#include <utility>
 
 #include "shell/fensterwelt.h"
 
@@ -34,6 +37,16 @@ class DruckenTest : public testing::Test {
   void menuetaste() const {
     QContextMenuEvent taste(QContextMenuEvent::Keyboard, QPoint(), QPoint());
     QCoreApplication::sendEvent(welt.fenster->windowHandle(), &taste);
+  }
+  // Pulls the edge between two columns of the list, which is at `x`, to another place.
+  void kanteZiehen(const QHeaderView* kopf, int x, int nach) const {
+    QWindow* fenster = welt.fenster->windowHandle();
+    const auto stelle = [&](int wo) {
+      return kopf->viewport()->mapTo(welt.fenster.get(), QPoint(wo, kopf->height() / 2));
+    };
+    QTest::mousePress(fenster, Qt::LeftButton, {}, stelle(x));
+    QTest::mouseMove(fenster, stelle(nach));
+    QTest::mouseRelease(fenster, Qt::LeftButton, {}, stelle(nach));
   }
   QString fokus() const {
     return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString();
@@ -120,6 +133,43 @@ TEST_F(DruckenTest, TheFocusStaysAndTheMenuKeyIsTheRightButton) {
   menuetaste();
   EXPECT_EQ(csvDateien(), QStringList("Schritt 1  Mitglieder der Gruppe Lieferung.csv"));
   EXPECT_EQ(fokus(), QString("cmdDrucken1"));
+}
+
+TEST_F(DruckenTest, WhatTheUserNarrowedDeletedAndSortedIsPrintedAndSavedSo) {
+  welt.bisSeite(0);
+  const QHeaderView* kopf = welt.liste("lvwListe1")->header();
+  const auto rechts = [kopf](int spalte) {
+    return kopf->sectionViewportPosition(spalte) + kopf->sectionSize(spalte) - 1;
+  };
+  kanteZiehen(kopf, rechts(2), 1);
+  kanteZiehen(kopf, rechts(3), rechts(3) - kopf->sectionSize(3) + 13);  // 195 twips: on paper only
+  QTest::keyClick(welt.liste("lvwListe1"), Qt::Key_Home);
+  QTest::keyClick(welt.liste("lvwListe1"), Qt::Key_Delete);
+  for (int i = 0; i < 2; ++i) QTest::keyClick(welt.liste("lvwListe1"), Qt::Key_1, Qt::ControlModifier);
+
+  ASSERT_TRUE(welt.druecken("cmdDrucken1"));
+  QStringList koepfe;
+  QStringList namen;
+  QString untertitel;
+  for (const Textstelle& stelle : welt.drucker.dokumente.at(0).seiten.at(0).texte) {
+    if (stelle.y == 22) koepfe << stelle.text;
+    if (stelle.y >= 30 && stelle.y < 190) namen << stelle.text;
+    if (stelle.y == 16) untertitel = stelle.text;
+  }
+  EXPECT_EQ(koepfe, QStringList({"Name", "Telefon"}));
+  EXPECT_EQ(namen, QStringList({"Hof7", "Hof6", "Hof5", "Hof4", "Hof3", "Hof2"}));
+  EXPECT_EQ(untertitel, QString("Anzahl der Personen: 6  (1 gelöscht)"));
+
+  welt.meldungen.antworten = {Antwort::Ja};
+  welt.rechtsklicken("cmdDrucken1");
+  EXPECT_EQ(welt.lesen("Tisch/Schritt 1  Mitglieder der Gruppe Lieferung.csv"),
+            QByteArray("Name\r\nHof7\r\nHof6\r\nHof5\r\nHof4\r\nHof3\r\nHof2\r\n"));
+
+  // What was pushed together can be pulled out again.
+  ASSERT_EQ(kopf->sectionSize(2), 0);
+  const int kante = kopf->sectionViewportPosition(2) + 1;
+  kanteZiehen(kopf, kante, kante + 100);
+  EXPECT_EQ(kopf->sectionSize(2), 100);
 }
 
 TEST_F(DruckenTest, NothingGetsThroughWhileItPrints) {
