@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QContextMenuEvent>
 
 #include <iostream>
 
@@ -12,12 +13,24 @@ namespace pelvanto::vorfuehrung {
 
 namespace {
 
-void druecken(HauptFenster& fenster, const QString& name) {
+QAbstractButton& bereiterKnopf(HauptFenster& fenster, const QString& name) {
   auto* knopf = fenster.findChild<QAbstractButton*>(name);
   if (!knopf || !knopf->isVisible())
     throw Abbruch("Der Knopf " + name.toStdString() + " ist nicht zu sehen.");
   if (!knopf->isEnabled()) throw Abbruch("Der Knopf " + name.toStdString() + " ist nicht eingeschaltet.");
-  knopf->click();
+  return *knopf;
+}
+
+void druecken(HauptFenster& fenster, const QString& name) {
+  bereiterKnopf(fenster, name).click();
+  QApplication::processEvents();
+}
+
+void rechtsDruecken(HauptFenster& fenster, const QString& name) {
+  QAbstractButton& knopf = bereiterKnopf(fenster, name);
+  const QPoint mitte = knopf.rect().center();
+  QContextMenuEvent rechts(QContextMenuEvent::Mouse, mitte, knopf.mapToGlobal(mitte));
+  QApplication::sendEvent(&knopf, &rechts);
   QApplication::processEvents();
 }
 
@@ -76,6 +89,8 @@ void wizardDurchspielen(HauptFenster& fenster, const QString& bilderordner,
               .arg(schritt == "3" ? "3a" : schritt, ergebnis(fenster.seiten(), seite)));
     if (!bilderSpeichern(fenster, bilderordner, "schritt" + schritt))
       throw Abbruch("Die Bilder konnten nicht gespeichert werden: " + bilderordner.toStdString());
+    druecken(fenster, "cmdDrucken" + schritt);
+    rechtsDruecken(fenster, "cmdDrucken" + schritt);
     const Seiten& seiten = fenster.seiten();
     if (schritt == "3") {
       adressenKopieren(fenster, "cmdSerienbriefe3Ausgeschieden", seiten.seite3.lvwListeAusgeschieden3,

@@ -22,9 +22,9 @@ struct Zwischenstand {
   int meldungen = 0;
 };
 
-// Plays the whole wizard by the window's own buttons, copies letter addresses of two lists on the way, and
-// prints each step's result. Pictures of every page go to `bilderordner`. Throws Abbruch where a step lets
-// nobody on.
+// Plays the whole wizard by the window's own buttons: prints the lists of every page and saves them as CSV
+// files, copies letter addresses of two lists on the way, and tells each step's result. Pictures of every
+// page go to `bilderordner`. Throws Abbruch where a step lets nobody on.
 void wizardDurchspielen(HauptFenster& fenster, const QString& bilderordner,
                         const std::function<Zwischenstand()>& zwischenstand);
 

@@ -1,7 +1,8 @@
 // Plays the whole wizard on a prepared program folder, by the buttons of the real window and without a
 // person:
 //   pelvanto-vorfuehrung [--datum=2026-03-16T08:09:10] [--sprache=de_AT] ORDNER
-// Leaves payment file, logs and pictures of all pages in the folder.
+// Leaves payment file and logs in the folder, and in folders of their own what would be printed (druck), what
+// would lie on the desktop (csv), and pictures of all pages (bilder).
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
@@ -28,17 +29,26 @@ QStringList zahlungsdateien(const QString& ordner) {
   return QDir(ordner).entryList({"UE?????.xml"}, QDir::Files);
 }
 
+// A folder and how many files of this kind lie in it.
+std::string ordnerzeile(const QString& ordner, const QString& endung) {
+  const auto anzahl = QDir(ordner).entryList({"*." + endung}, QDir::Files).size();
+  return ordner.toStdString() + " (" + std::to_string(anzahl) + " Dateien)\n";
+}
+
 int vorfuehren(const QString& ordner, Uhr& uhr, const Gebietsschema& schema) {
   const QString bilder = ordner + "/bilder";
-  if (!QDir().mkpath(bilder)) {
-    std::cerr << "Der Ordner " << bilder.toStdString() << " kann nicht angelegt werden.\n";
+  const QString druck = ordner + "/druck";
+  const QString csv = ordner + "/csv";
+  for (const QString& neuer : {bilder, druck, csv}) {
+    if (QDir().mkpath(neuer)) continue;
+    std::cerr << "Der Ordner " << neuer.toStdString() << " kann nicht angelegt werden.\n";
     return 1;
   }
   vorfuehrung::GedruckteMeldungen meldungen;
   EchteOberflaeche oberflaeche;
   EchtesDateisystem dateisystem;
-  PDFDrucker drucker(ordner);
-  vorfuehrung::OrdnerAnwendungen anwendungen(ordner);
+  PDFDrucker drucker(druck);
+  vorfuehrung::OrdnerAnwendungen anwendungen(csv);
   Umgebung umgebung(
       {uhr, meldungen, oberflaeche, schema, dateisystem, jet::systemFiles(), drucker, anwendungen},
       prozesswerteFuer(ordner, dateisystem));
@@ -69,8 +79,9 @@ int vorfuehren(const QString& ordner, Uhr& uhr, const Gebietsschema& schema) {
   QStringList neue = zahlungsdateien(ordner);
   for (const QString& alte : vorher) neue.removeAll(alte);
   std::cout << "Zahlungsdatei: " << (neue.isEmpty() ? "keine" : (ordner + '/' + neue.first()).toStdString())
-            << "\nProtokolle:    " << ordner.toStdString() << "\nBilder:        " << bilder.toStdString()
-            << '\n';
+            << "\nProtokolle:    " << ordner.toStdString() << "\nListen:        " << ordnerzeile(druck, "pdf")
+            << "CSV-Dateien:   " << ordnerzeile(csv, "csv")
+            << "Bilder:        " << ordnerzeile(bilder, "png");
   return neue.size() == 1 ? 0 : 1;
 }
 

@@ -8,11 +8,22 @@
 
 namespace pelvanto::vorfuehrung {
 
+namespace {
+
+// The questions whose yes leaves something in the folder.
+bool hinterlaesstEtwas(const QString& frage) {
+  return frage.startsWith(QLatin1StringView("CSV-Datei")) ||
+         frage.contains(QStringLiteral("Soll eine Liste über alle Überweisungen"));
+}
+
+}  // namespace
+
 Antwort GedruckteMeldungen::zeigen(const Meldung& meldung) {
   ++anzahl;
   const QString titel = meldung.titel.isEmpty() ? QStringLiteral("Pelvanto") : meldung.titel;
   std::cout << "  [" << titel.toStdString() << "] " << meldung.text.toStdString() << std::endl;
-  return meldung.knoepfe == Knoepfe::Ok ? Antwort::Ok : Antwort::Nein;
+  if (meldung.knoepfe == Knoepfe::Ok) return Antwort::Ok;
+  return hinterlaesstEtwas(meldung.text) ? Antwort::Ja : Antwort::Nein;
 }
 
 std::optional<QString> GedruckteMeldungen::eingeben(const Eingabe& eingabe) {

@@ -10,7 +10,8 @@
 
 namespace pelvanto::vorfuehrung {
 
-// Prints every message box and answers it: with OK, or with No.
+// Prints every message box and answers it: with OK; with Yes where the control list or a CSV file is offered;
+// else with No.
 class GedruckteMeldungen : public Meldungen {
  public:
   Antwort zeigen(const Meldung& meldung) override;
@@ -31,7 +32,7 @@ class Vorfuehruhr : public Uhr {
   QDateTime fest_;
 };
 
-// Nothing is opened or started; what would go to the desktop lies in the program folder.
+// Nothing is opened or started; what would go to the desktop lies in `ordner`.
 class OrdnerAnwendungen : public Anwendungen {
  public:
   explicit OrdnerAnwendungen(QString ordner) : ordner_(std::move(ordner)) {}

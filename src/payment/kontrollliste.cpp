@@ -29,14 +29,17 @@ class Kontrollblatt {
     druck_.neueSeite();
     return seiteBeginnen();
   }
-  void text(int x, const QString& text, int breite = 0,
+  void text(int x, const QString& text, double breite = 0,
             Druckausrichtung ausrichtung = Druckausrichtung::Links) {
-    constexpr int kPunkte = 9;
     druck_.TextDrucken(x, y_, text, ausrichtung, kPunkte, false, breite);
   }
-  void betrag(Waehrung betrag, const Zahlenzeichen& zeichen) {
-    constexpr int kRechterRand = 180;
-    text(kRechterRand, Zahlenformat::waehrung(betrag, zeichen), 0, Druckausrichtung::Rechts);
+  // A very long address ends before the amount: one that is overprinted could not be read.
+  void adresseUndBetrag(const QString& adresse, Waehrung betrag, const Zahlenzeichen& zeichen) {
+    constexpr int kAdresse = 90, kBetragEnde = 180, kTextabstand = 1;
+    const QString zahl = Zahlenformat::waehrung(betrag, zeichen);
+    const double frei = kBetragEnde - druck_.Textbreite(zahl, kPunkte) - kTextabstand - kAdresse;
+    text(kAdresse, adresse, frei);
+    text(kBetragEnde, zahl, 0, Druckausrichtung::Rechts);
   }
   void zeileFertig() {
     constexpr int kZeile = 5, kLuecke = 3, kZeilenBisLuecke = 5;
@@ -45,6 +48,7 @@ class Kontrollblatt {
   int zeilen() const { return zeilen_; }
 
  private:
+  static constexpr int kPunkte = 9;
   FunktionenDrucker& druck_;
   QString titel_, untertitel_;
   int seite_ = 0;
@@ -54,7 +58,6 @@ class Kontrollblatt {
 
 // Where the columns stand, mm.
 constexpr int kName = 20, kNamensbreite = 70;
-constexpr int kAdresse = 90, kAdressbreite = 100;
 constexpr int kIBAN = 190;
 constexpr int kBIC = 240;
 
@@ -64,15 +67,13 @@ void ueberweisungenDrucken(Kontrollblatt& blatt, const UeberweisungT& tabelle, W
   for (const Ueberweisung& ueberweisung : tabelle) {
     if (!blatt.platzSchaffen()) return;
     blatt.text(kName, ueberweisung.KundeName, kNamensbreite);
-    blatt.text(kAdresse, ueberweisung.KundeAdresse, kAdressbreite);
-    blatt.betrag(ueberweisung.EinzelBetrag, zeichen);
+    blatt.adresseUndBetrag(ueberweisung.KundeAdresse, ueberweisung.EinzelBetrag, zeichen);
     blatt.text(kIBAN, IBANGruppieren(ueberweisung.KundeIBAN));
     blatt.text(kBIC, ueberweisung.KundeBIC);
     blatt.zeileFertig();
   }
   if (!blatt.platzSchaffen()) return;
-  blatt.text(kAdresse, QStringLiteral("%1 Zeilen").arg(blatt.zeilen()), kAdressbreite);
-  blatt.betrag(summe, zeichen);
+  blatt.adresseUndBetrag(QStringLiteral("%1 Zeilen").arg(blatt.zeilen()), summe, zeichen);
 }
 
 }  // namespace
