@@ -75,13 +75,12 @@ std::vector<Solltext> sollKontrollliste(const Kontrollfall& fall) {
   return soll;
 }
 
-void kontrolllisteDrucken(test::Druckwelt& welt, int anzahl) {
+void kontrolllisteDrucken(test::Druckwelt& welt, const UeberweisungT& tabelle) {
   FunktionenFürINI ini(welt.programm.dateien, welt.protokoll, welt.programm.werte.INIDatei);
   const DatenTypen typen(welt.programm.gebietsschema, welt.protokoll, welt.programm.meldungen, ini);
   welt.programm.meldungen.antworten = {Antwort::Ja};
   Kontrollliste(welt.druck, welt.programm.meldungen, welt.protokoll, typen)
-      .anbieten(u"/prog/UE26001.xml"_s, ueberweisungen(anzahl), u"DE89370400440532013000"_s,
-                u"COBADEFFXXX"_s);
+      .anbieten(u"/prog/UE26001.xml"_s, tabelle, u"DE89370400440532013000"_s, u"COBADEFFXXX"_s);
   EXPECT_EQ(welt.programm.meldungen.gezeigt.size(), 1U) << "only the question";
   welt.programm.meldungen.gezeigt.clear();
 }
@@ -102,15 +101,35 @@ TEST(KontrolllistenDruckTest, EveryTextOfAPDFStandsInItsPlace) {
     QTemporaryDir ordner;
     PDFDrucker drucker(ordner.path());
     test::Druckwelt welt(drucker);
-    kontrolllisteDrucken(welt, fall.anzahl);
+    kontrolllisteDrucken(welt, ueberweisungen(fall.anzahl));
     const QStringList dateien = QDir(ordner.path()).entryList(QDir::Files);
     ASSERT_EQ(dateien.size(), 1);
     kontrolllisteVergleichen(ordner.filePath(dateien[0]), fall);
   }
 }
 
+TEST(KontrolllistenDruckTest, TheLongestTextsDoNotRunIntoTheAmount) {
+  QTemporaryDir ordner;
+  PDFDrucker drucker(ordner.path());
+  test::Druckwelt welt(drucker);
+  Ueberweisung lang = ueberweisungen(1)[0];
+  lang.KundeName = QString(70, u'N');
+  lang.KundeAdresse = QString(70, u'm');
+  lang.EinzelBetrag = Waehrung::ausCent(123456789012);
+  kontrolllisteDrucken(welt, {lang});
+  const QStringList dateien = QDir(ordner.path()).entryList(QDir::Files);
+  ASSERT_EQ(dateien.size(), 1);
+  const test::PDFInhalt inhalt = test::pdfLesen(ordner.filePath(dateien[0]));
+  EXPECT_EQ(test::ueberlappungen(inhalt), QStringList());
+  int gefunden = 0;
+  for (const test::PDFWort& wort : inhalt.woerter) {
+    if (wort.text.endsWith(u"..."_s) || wort.text == u"1.234.567.890,12"_s) ++gefunden;
+  }
+  EXPECT_EQ(gefunden, 4) << "name, address, amount and sum, each a word of its own";
+}
+
 TEST_F(Druckserverwelt, TheControlListIsADocumentOfTheDefaultQueue) {
-  for (const Kontrollfall& fall : kKontrollfaelle) kontrolllisteDrucken(welt, fall.anzahl);
+  for (const Kontrollfall& fall : kKontrollfaelle) kontrolllisteDrucken(welt, ueberweisungen(fall.anzahl));
   const std::vector<test::Druckauftrag> auftraege = server.auftraege(kKontrollfaelle.size());
   ASSERT_EQ(auftraege.size(), kKontrollfaelle.size());
   for (std::size_t i = 0; i < auftraege.size(); ++i) {
