@@ -80,7 +80,7 @@ Verbindung::Verbindung(jet::FilePool& dateien, const QString& pfad, bool schreib
     const std::shared_ptr<jet::PageFile> datei =
         dateien_.open(alsDateipfad(pfad_), optionen.cacheBytes, optionen.recovered);
     anfangsstand_ = datei->stamp();
-    datenbank_ = std::make_unique<jet::Database>(dateien_, alsDateipfad(pfad_), std::move(optionen));
+    datenbank_ = std::make_unique<jet::Database>(dateien_, alsDateipfad(pfad_), optionen);
     sitzung_ = std::make_unique<jet::sql::Session>(*datenbank_);
   });
 }

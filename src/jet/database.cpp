@@ -124,11 +124,11 @@ struct Database::State {
   }
 };
 
-Database::Database(FileSystem& files, const std::filesystem::path& path, OpenOptions options)
+Database::Database(FileSystem& files, const std::filesystem::path& path, const OpenOptions& options)
     : state_(std::make_unique<State>(
           std::make_shared<PageFile>(files, path, options.cacheBytes, options.recovered), options)) {}
 
-Database::Database(FilePool& pool, const std::filesystem::path& path, OpenOptions options)
+Database::Database(FilePool& pool, const std::filesystem::path& path, const OpenOptions& options)
     : state_(std::make_unique<State>(pool.open(path, options.cacheBytes, options.recovered), options)) {}
 
 Database::~Database() = default;

@@ -29,9 +29,9 @@ struct TableEntry {
 // asked for. Rows are changed through jet/write. Not for several threads.
 class Database {
  public:
-  Database(FileSystem& files, const std::filesystem::path& path, OpenOptions options = {});
+  Database(FileSystem& files, const std::filesystem::path& path, const OpenOptions& options = {});
   // Shares the file with the other databases of the pool.
-  Database(FilePool& pool, const std::filesystem::path& path, OpenOptions options = {});
+  Database(FilePool& pool, const std::filesystem::path& path, const OpenOptions& options = {});
   ~Database();
 
   const Header& header() const;

@@ -20,7 +20,7 @@ bool isGood(PageFile& file) {
 std::shared_ptr<PageFile> FilePool::open(const std::filesystem::path& path, std::size_t cacheBytes,
                                          const RecoverySink& recovered) {
   std::weak_ptr<PageFile>& place = open_[files_.canonical(path)];
-  if (const std::shared_ptr<PageFile> file = place.lock()) {
+  if (std::shared_ptr<PageFile> file = place.lock()) {
     const bool good = isGood(*file);
     for (const RecoveryResult& result : file->takeRecoveries()) {
       if (recovered) recovered(result);

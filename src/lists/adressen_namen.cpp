@@ -31,7 +31,7 @@ QString ersterVonMehreren(const QString& namen) {
 }
 
 QString briefanrede(const Namensteile& teile, const QString& besondere) {
-  const QString besondereOhneBlanks = ohneAeussereBlanks(besondere);
+  QString besondereOhneBlanks = ohneAeussereBlanks(besondere);
   if (!besondereOhneBlanks.isEmpty()) return besondereOhneBlanks;
   const QString name = vorangestellt(teile.titelOben) + vorangestellt(teile.titel) + teile.namenszeile + u'!';
   if (teile.anrede == u"Herrn") return u"Sehr geehrter Herr "_s + name;

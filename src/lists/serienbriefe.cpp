@@ -79,7 +79,7 @@ Serienbriefe::Serienbriefe(const Prozesswerte& werte, DatenbankRoutinen& datenba
 
 void Serienbriefe::SerienbriefAdressenKopieren(const Liste& liste) {
   if (liste.anzahl() == 0) return;
-  const std::vector<Zeile> personen = liste.zeilen();
+  const std::vector<Zeile>& personen = liste.zeilen();
   const Verlauf verlauf = kopieren(personen);
   if (!verlauf.grund.isEmpty()) {
     // What a failed save has left half done is undone at once, before anybody else opens the file.

@@ -82,6 +82,15 @@ class Judge {
 
   std::string where;  // for the faults
 
+  // The power is lost now, with every kind of loss.
+  void loseAt(const CrashFiles& files, std::size_t first, std::size_t last, std::uint64_t seeds) {
+    examine(files.afterPowerLoss(Loss::Done), first, last);
+    examine(files.afterPowerLoss(Loss::Lost), first, last);
+    for (std::uint64_t seed = 0; seed < seeds; ++seed) {
+      examine(files.afterPowerLoss(Loss::Torn, seed), first, last);
+    }
+  }
+
   // Any state from `first` to `last` is right; tells which one it was.
   std::optional<std::size_t> examine(const Disk& disk, std::size_t first, std::size_t last) {
     ++counts_.states;
@@ -134,9 +143,11 @@ class Judge {
   std::uint64_t recoverySample_;
 };
 
-const char* nameOf(Operation operation) {
+std::string placeOf(const std::string& run, std::uint64_t number, Operation operation,
+                    const std::filesystem::path& path) {
   constexpr std::array names{"create", "write", "resize", "flush", "remove", "rename", "flush of the folder"};
-  return names[static_cast<std::size_t>(operation)];
+  return run + ", operation " + std::to_string(number) + " (" + names[static_cast<std::size_t>(operation)] +
+         " " + path.filename().string() + ")";
 }
 
 // One run in which an operation fails.
@@ -191,18 +202,10 @@ CrashCounts loseThePower(const Scenario& scenario, const CrashPlan& plan) {
   CrashFiles files(diskWith(scenario.database));
   std::size_t saved = 0;
   std::size_t last = 1;
-  const auto lose = [&] {
-    judge.examine(files.afterPowerLoss(Loss::Done), saved, last);
-    judge.examine(files.afterPowerLoss(Loss::Lost), saved, last);
-    for (std::uint64_t seed = 0; seed < plan.seeds; ++seed) {
-      judge.examine(files.afterPowerLoss(Loss::Torn, seed), saved, last);
-    }
-  };
   const Saving save = scenario.open(files);
   files.onOperation = [&](std::uint64_t number, Operation operation, const std::filesystem::path& path) {
-    judge.where = scenario.name + ", operation " + std::to_string(number) + " (" + nameOf(operation) + " " +
-                  path.filename().string() + ")";
-    lose();
+    judge.where = placeOf(scenario.name, number, operation, path);
+    judge.loseAt(files, saved, last, plan.seeds);
   };
   while (saved < scenario.saves) {
     last = saved + 1;
@@ -210,7 +213,7 @@ CrashCounts loseThePower(const Scenario& scenario, const CrashPlan& plan) {
     ++saved;  // from now on it is there, whatever happens
     last = saved;
     judge.where = scenario.name + ", after save " + std::to_string(saved);
-    lose();
+    judge.loseAt(files, saved, last, plan.seeds);
   }
   return counts;
 }
@@ -223,14 +226,9 @@ CrashCounts loseThePower(const FreeRun& run, const CrashPlan& plan) {
   CrashFiles files(diskWith(run.database));
   std::size_t saved = 0;
   files.onOperation = [&](std::uint64_t number, Operation operation, const std::filesystem::path& path) {
-    judge.where = run.name + ", operation " + std::to_string(number) + " (" + nameOf(operation) + " " +
-                  path.filename().string() + ")";
+    judge.where = placeOf(run.name, number, operation, path);
     const std::size_t last = operation == Operation::Remove ? ++saved : saved + 1;
-    judge.examine(files.afterPowerLoss(Loss::Done), saved, last);
-    judge.examine(files.afterPowerLoss(Loss::Lost), saved, last);
-    for (std::uint64_t seed = 0; seed < plan.seeds; ++seed) {
-      judge.examine(files.afterPowerLoss(Loss::Torn, seed), saved, last);
-    }
+    judge.loseAt(files, saved, last, plan.seeds);
   };
   run.play(files);
   return counts;

@@ -20,7 +20,7 @@ class ColumnRules {
   Value defaultOf(std::size_t column) const;
   // The value in the form in which it is stored. Errors, naming the column: TypeMismatch, Limit, Constraint
   // (Null or an empty text where there must be none).
-  Value checked(Value value, std::size_t column) const;
+  Value checked(Value value, std::size_t position) const;
 
  private:
   const TableDefinition& definition_;

@@ -47,7 +47,7 @@ IndexWriter::Path IndexWriter::descend(std::string_view probe) const {
 }
 
 PageRef IndexWriter::neighbour(const IndexPage& leaf, Side side) const {
-  const PageRef page = load(side == Side::Next ? leaf.next() : leaf.previous(), leaf.number());
+  PageRef page = load(side == Side::Next ? leaf.next() : leaf.previous(), leaf.number());
   const IndexPage other = view(page);
   const std::uint32_t back = side == Side::Next ? other.previous() : other.next();
   page->reader().check(other.isLeaf() && back == leaf.number(),

@@ -63,7 +63,7 @@ class IndexWriter {
   void insertChild(Path& path, std::size_t level, const std::string& entry, bool followNew);
   void removePage(Path& path, std::size_t level);
   void removeChild(Path& path, std::size_t level);
-  void link(std::uint32_t page, std::uint32_t from, Side side, std::uint32_t to, bool leaf);
+  void link(std::uint32_t number, std::uint32_t from, Side side, std::uint32_t to, bool leaf);
   void partNodes(const IndexContent& left, const IndexContent& right);
 
   Transaction& transaction_;

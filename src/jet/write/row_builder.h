@@ -22,10 +22,10 @@ class RowBuilder {
   // Forgets the row before.
   void begin();
   // `value`: in the form of `storableValue`. Error(NotWritable): it does not fill a column of fixed length.
-  void set(std::size_t column, const Value& value);
-  void keep(std::size_t column, const Row& row);
+  void set(std::size_t position, const Value& value);
+  void keep(std::size_t position, const Row& row);
   // The row's present long value will go.
-  void abandon(std::size_t column, const Row& row);
+  void abandon(std::size_t position, const Row& row);
   // The last check. Errors: Limit (the row is too long), NotWritable (a long value has no pages to go to).
   void requirePlace();
 
@@ -34,7 +34,7 @@ class RowBuilder {
   Bytes build();
 
  private:
-  bool leavesRow(std::size_t column) const;
+  bool leavesRow(std::size_t position) const;
 
   const TableDefinition& definition_;
   std::size_t fixedBytes_;
