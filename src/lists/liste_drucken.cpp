@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "support/blanks.h"
 #include "support/kuerzen.h"
@@ -70,21 +71,19 @@ QString zellentext(const Zeile& zeile, std::size_t spalte) {
   return zeile.texte.value(static_cast<qsizetype>(spalte) - 1);
 }
 
-// The room for a left-aligned text reaches to the right edge of a right-aligned column beside it. Where both
-// texts would run into one another (an IBAN into an amount) it ends before the other text.
-double platz(FunktionenDrucker& druck, const std::vector<DruckSpalte>& spalten, const Zeile& zeile,
-             std::size_t j) {
-  const DruckSpalte& spalte = spalten[j];
+// Where the text of the right-aligned column beside column `j` begins; nullopt: there is none, or no text.
+// The room for a left-aligned text reaches to that column's right edge.
+std::optional<double> nachbartext(FunktionenDrucker& druck, const std::vector<DruckSpalte>& spalten,
+                                  const Zeile& zeile, std::size_t j) {
   std::size_t k = j + 1;
   while (k < spalten.size() && spalten[k].Breite <= 0) ++k;
-  if (spalte.ausrichtung != Ausrichtung::Links || k == spalten.size() ||
+  if (spalten[j].ausrichtung != Ausrichtung::Links || k == spalten.size() ||
       spalten[k].ausrichtung != Ausrichtung::Rechts) {
-    return spalte.Druckbreite;
+    return {};
   }
-  const QString nachbar = zellentext(zeile, k);
-  if (ohneAeussereBlanks(nachbar).isEmpty()) return spalte.Druckbreite;
-  const double frei = spalten[k].X - druck.Textbreite(nachbar, kZeilengroesse) - kTextabstand - spalte.X;
-  return frei > 0 ? std::min<double>(frei, spalte.Druckbreite) : spalte.Druckbreite;
+  const QString text = zellentext(zeile, k);
+  if (ohneAeussereBlanks(text).isEmpty()) return {};
+  return spalten[k].X - druck.Textbreite(text, kZeilengroesse);
 }
 
 // The height of the last printed text; 0 without one.
@@ -94,8 +93,11 @@ double zeileDrucken(FunktionenDrucker& druck, const std::vector<DruckSpalte>& sp
   for (std::size_t j = 0; j < spalten.size(); ++j) {
     const DruckSpalte& spalte = spalten[j];
     if (spalte.Breite <= 0) continue;
-    hoehe = druck.TextDrucken(spalte.X, y, zellentext(zeile, j), druckausrichtung(spalte.ausrichtung),
-                              kZeilengroesse, false, platz(druck, spalten, zeile, j));
+    const QString text = zellentext(zeile, j);
+    const double platz = nachbartext(druck, spalten, zeile, j).value_or(0) - kTextabstand - spalte.X;
+    hoehe = platz > 0 ? druck.TextDruckenVor(spalte.X, y, text, kZeilengroesse, spalte.Druckbreite, platz)
+                      : druck.TextDrucken(spalte.X, y, text, druckausrichtung(spalte.ausrichtung),
+                                          kZeilengroesse, false, spalte.Druckbreite);
   }
   return hoehe;
 }

@@ -33,12 +33,12 @@ class Kontrollblatt {
             Druckausrichtung ausrichtung = Druckausrichtung::Links) {
     druck_.TextDrucken(x, y_, text, ausrichtung, kPunkte, false, breite);
   }
-  // A very long address ends before the amount: one that is overprinted could not be read.
+  // The room of an address reaches behind the amount: a very long one must not lie on it.
   void adresseUndBetrag(const QString& adresse, Waehrung betrag, const Zahlenzeichen& zeichen) {
-    constexpr int kAdresse = 90, kBetragEnde = 180, kTextabstand = 1;
+    constexpr int kAdresse = 90, kAdressbreite = 100, kBetragEnde = 180, kTextabstand = 1;
     const QString zahl = Zahlenformat::waehrung(betrag, zeichen);
-    const double frei = kBetragEnde - druck_.Textbreite(zahl, kPunkte) - kTextabstand - kAdresse;
-    text(kAdresse, adresse, frei);
+    const double platz = kBetragEnde - druck_.Textbreite(zahl, kPunkte) - kTextabstand - kAdresse;
+    druck_.TextDruckenVor(kAdresse, y_, adresse, kPunkte, kAdressbreite, platz);
     text(kBetragEnde, zahl, 0, Druckausrichtung::Rechts);
   }
   void zeileFertig() {

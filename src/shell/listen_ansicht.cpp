@@ -4,12 +4,14 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMetaMethod>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
 
 #include "shell/listen_modell.h"
 #include "shell/twips.h"
+#include "support/einzeilig.h"
 
 namespace pelvanto {
 
@@ -20,12 +22,7 @@ class EinzeiligeZelle : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
   QString displayText(const QVariant& wert, const QLocale&) const override {
-    QString text = wert.toString();
-    text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
-    for (QChar& zeichen : text) {
-      if (zeichen.unicode() < 0x20) zeichen = u' ';
-    }
-    return text;
+    return einzeilig(wert.toString());
   }
 };
 
@@ -131,7 +128,8 @@ void ListenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
     emit loeschenGewuenscht();
     return;
   }
-  if (ereignis->key() == Qt::Key_Return || ereignis->key() == Qt::Key_Enter) {
+  const bool istEnter = ereignis->key() == Qt::Key_Return || ereignis->key() == Qt::Key_Enter;
+  if (istEnter && isSignalConnected(QMetaMethod::fromSignal(&ListenAnsicht::oeffnenGewuenscht))) {
     if (ereignis->isAutoRepeat()) return;
     // The row with the frame is meant, also by somebody who has just come by the Tab key.
     if (!selectionModel()->hasSelection() && currentIndex().isValid())

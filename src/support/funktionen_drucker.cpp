@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "support/blanks.h"
+#include "support/einzeilig.h"
 #include "support/kuerzen.h"
 
 namespace pelvanto {
@@ -80,28 +81,52 @@ void FunktionenDrucker::rahmen(int seite, const QString& titel, const QString& u
 
 double FunktionenDrucker::TextDrucken(double x, double y, const QString& text, Druckausrichtung ausrichtung,
                                       int punkte, bool kursiv, double breite) {
-  if (!dokument_ || ohneAeussereBlanks(text).isEmpty()) return 0;
+  const QString zeile = gekuerzt(einzeilig(text), kLaengsterText);
+  if (!dokument_ || ohneAeussereBlanks(zeile).isEmpty()) return 0;
   if (punkte >= 1) punkte_ = punkte;
   const Druckschrift schrift{punkte_, kursiv};
   try {
-    QString gedruckt = gekuerzt(text, kLaengsterText);
-    const double ganze = dokument_->textbreite(gedruckt, schrift);
+    const double ganze = dokument_->textbreite(zeile, schrift);
     if (ausrichtung == Druckausrichtung::Rechts) x -= ganze;
     if (ausrichtung == Druckausrichtung::Mitte) x += (breite - ganze) / 2;
-    if (breite > 0 && ganze > breite) {
-      const QString punktfolge = QStringLiteral("...");
-      while (!gedruckt.isEmpty() && dokument_->textbreite(gedruckt + punktfolge, schrift) > breite) {
-        gedruckt = gekuerzt(gedruckt, static_cast<int>(gedruckt.size()) - 1);
-      }
-      gedruckt += punktfolge;
-    }
     const double hoehe = dokument_->texthoehe(schrift);
-    dokument_->text(x, y, gedruckt, schrift);
+    dokument_->text(x, y, passend(zeile, schrift, breite), schrift);
     return hoehe;
   } catch (const Druckfehler& fehler) {
     merken(fehler);
     return 0;
   }
+}
+
+// Smaller letters stand in the middle of the line's height.
+double FunktionenDrucker::TextDruckenVor(double x, double y, const QString& text, int punkte, double breite,
+                                         double platz) {
+  const int kleinste = punkte - 3;
+  const QString zeile = gekuerzt(einzeilig(text), kLaengsterText);
+  if (!dokument_ || ohneAeussereBlanks(zeile).isEmpty()) return 0;
+  punkte_ = punkte;
+  try {
+    Druckschrift schrift{punkte};
+    const QString ganze = passend(zeile, schrift, breite);
+    const double hoehe = dokument_->texthoehe(schrift);
+    while (schrift.punkte > kleinste && dokument_->textbreite(ganze, schrift) > platz) --schrift.punkte;
+    dokument_->text(x, y + (hoehe - dokument_->texthoehe(schrift)) / 2, passend(ganze, schrift, platz),
+                    schrift);
+    return hoehe;
+  } catch (const Druckfehler& fehler) {
+    merken(fehler);
+    return 0;
+  }
+}
+
+// The text, or what of it and "..." has room; a width of 0 is unlimited.
+QString FunktionenDrucker::passend(QString text, Druckschrift schrift, double breite) const {
+  if (breite <= 0 || dokument_->textbreite(text, schrift) <= breite) return text;
+  const QString punktfolge = QStringLiteral("...");
+  while (!text.isEmpty() && dokument_->textbreite(text + punktfolge, schrift) > breite) {
+    text = gekuerzt(text, static_cast<int>(text.size()) - 1);
+  }
+  return text + punktfolge;
 }
 
 double FunktionenDrucker::Textbreite(const QString& text, int punkte) {

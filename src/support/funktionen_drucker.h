@@ -33,6 +33,9 @@ class FunktionenDrucker {
   // failure leaves this.
   double TextDrucken(double x, double y, const QString& text, Druckausrichtung ausrichtung, int punkte,
                      bool kursiv, double breite);
+  // The same at the left of x, where another text stands `platz` mm from x: what would run into it is printed
+  // up to three points smaller, and shortened to its end only where that is not enough.
+  double TextDruckenVor(double x, double y, const QString& text, int punkte, double breite, double platz);
   // Width of a text in the document's upright font of this size; 0 without a document. No failure leaves
   // this.
   double Textbreite(const QString& text, int punkte);
@@ -50,6 +53,7 @@ class FunktionenDrucker {
 
  private:
   void merken(const Druckfehler& fehler);
+  QString passend(QString text, Druckschrift schrift, double breite) const;
   void rahmen(int seite, const QString& titel, const QString& untertitel, Fussart fussart);
 
   Drucker& drucker_;

@@ -151,17 +151,23 @@ TEST_F(ListeDruckenTest, CaptionsAndCellsStandInTheirColumns) {
 }
 
 TEST_F(ListeDruckenTest, ATextNeverRunsIntoTheAmountBesideIt) {
-  // 150 mm to the right edge of the amount: 100 characters are too many, 70 are not, 80 are beside an amount.
+  // 150 mm to the right edge of the amount, 150 - 8 * 1.8 - 1 = 134.6 mm to its text.
   fuellen(1, {QString(80, u'n'), u"1.234,50"_s, {}});
   fuellen(1, {QString(70, u'n'), u"1.234,50"_s, {}});
   fuellen(1, {QString(80, u'n'), u" "_s, {}});
+  fuellen(1, {QString(100, u'n'), u"1.234,50"_s, {}});
+  fuellen(1, {QString(70, u'n'), QString(60, u'9'), {}});  // 41 mm
   ASSERT_TRUE(drucken());
   QStringList texte;
   for (const Textstelle& text : inhalt()) {
-    if (text.x == 20 && !text.schrift.kursiv) texte << text.text;
+    if (text.x != 20 || text.schrift.kursiv) continue;
+    texte << QString::number(text.schrift.punkte) + u' ' + text.text;
+    const double mitte = text.y + FakeDrucker::hoehe(text.schrift) / 2;
+    EXPECT_NEAR(mitte, 30 + 4 * static_cast<double>(texte.size() - 1) + 3.55 / 2, 1e-9);
   }
-  // 150 - 8 * 1.8 - 1 = 134.6 mm: 74 characters.
-  EXPECT_EQ(texte, QStringList({QString(71, u'n') + u"..."_s, QString(70, u'n'), QString(80, u'n')}));
+  EXPECT_EQ(texte, QStringList({u"8 "_s + QString(80, u'n'), u"9 "_s + QString(70, u'n'),
+                                u"9 "_s + QString(80, u'n'), u"8 "_s + QString(80, u'n') + u"..."_s,
+                                u"6 "_s + QString(31, u'n') + u"..."_s}));
 }
 
 TEST_F(ListeDruckenTest, RowsGoDownByTheHeightOfTheirLastCell) {

@@ -4,6 +4,12 @@
 
 namespace pelvanto {
 
+#ifdef _WIN32
+
+QString letzterCUPSFehler() { return {}; }
+
+#else
+
 QString letzterCUPSFehler() {
   // Qt prints through this library; linking it would force it on systems that print otherwise.
   QLibrary cups(QStringLiteral("cups"), 2);
@@ -19,5 +25,7 @@ QString letzterCUPSFehler() {
   if (text.endsWith(u'.')) text.chop(1);
   return text.isEmpty() ? QStringLiteral("Status %1").arg(wert) : text;
 }
+
+#endif
 
 }  // namespace pelvanto

@@ -1,5 +1,6 @@
 #include "seams/real/echter_drucker.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFontDatabase>
 #include <QFontMetricsF>
@@ -9,6 +10,7 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QRegularExpression>
+#include <QStorageInfo>
 
 #include <cmath>
 #include <variant>
@@ -57,6 +59,7 @@ class QtDokument : public Druckdokument {
   }
   void neueSeite() override { seiten_.emplace_back(); }
   void beenden() override {
+    platzPruefen();
     QPainter maler;
     if (!maler.begin(drucker_.get())) {
       throw druckerfehler(QStringLiteral("Der Drucker nimmt keinen Auftrag an"));
@@ -94,6 +97,15 @@ class QtDokument : public Druckdokument {
         maler.drawLine(std::get<QLineF>(zeichnung));
       }
     }
+  }
+  // For a queue Qt builds the document in the temporary folder, and does not look whether it had room there.
+  void platzPruefen() const {
+    constexpr qint64 kJeSeite = 1 << 20, kGrundbedarf = 16 << 20;  // bytes, generously
+    const QStorageInfo platte(QDir::tempPath());
+    if (drucker_->outputFormat() != QPrinter::NativeFormat || !platte.isValid()) return;
+    if (platte.bytesAvailable() >= kGrundbedarf + kJeSeite * static_cast<qint64>(seiten_.size())) return;
+    throw druckerfehler(QStringLiteral("Auf dem Datenträger mit dem Ordner %1 ist zu wenig Platz")
+                            .arg(QDir::toNativeSeparators(QDir::tempPath())));
   }
   // Qt itself does not look whether the queue has taken the document or the file is whole.
   void uebergabePruefen() const {
