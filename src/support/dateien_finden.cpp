@@ -150,10 +150,14 @@ bool DateienFinden::FileLenVerursachtFehler(const QString& datei) {
 
 void DateienFinden::Warten(int millisekunden) { uhr_.warten(millisekunden); }
 
-bool DateienFinden::DateiUmbenennen(const QString& alt, const QString& neu, bool ueberschreiben) {
+bool DateienFinden::DateiUmbenennen(const QString& alt, const QString& neu, bool ueberschreiben,
+                                    Dateifehler* grund) {
   constexpr int pruefungen = 5;
   constexpr int pause = 1000;
+  Dateifehler unbeachtet;
+  Dateifehler& fehler = grund ? *grund : unbeachtet;
   if (DateiVorhanden(neu)) {
+    fehler = {Dateifehlernummer::DateiExistiert, QStringLiteral("Datei existiert bereits")};
     if (!ueberschreiben) {
       return false;
     }
@@ -162,11 +166,13 @@ bool DateienFinden::DateiUmbenennen(const QString& alt, const QString& neu, bool
       return false;
     }
   }
-  if (!DateiFrei(alt)) {
+  fehler = dateien_.oeffnenPruefen(alt);
+  if (!fehler.ok()) {
     return false;
   }
   for (int i = 1; !DateiVorhanden(alt); ++i) {
     if (i == pruefungen) {
+      fehler = {Dateifehlernummer::DateiNichtGefunden, QStringLiteral("Datei nicht gefunden")};
       return false;
     }
     Warten(pause);
@@ -177,7 +183,7 @@ bool DateienFinden::DateiUmbenennen(const QString& alt, const QString& neu, bool
   }
   const QString namen = alt + QStringLiteral(" --> ") + neu;
   protokoll_.schreiben(QStringLiteral("Datei wird mit Name umbenannt: ") + namen, 8);
-  const Dateifehler fehler = dateien_.umbenennen(alt, neu);
+  fehler = dateien_.umbenennen(alt, neu);
   if (!fehler.ok()) {
     protokoll_.fehler(QStringLiteral("Error %1 (").arg(fehler.nummer) + fehler.beschreibung +
                       QStringLiteral(") in procedure DateiUmbenennen of Modul DateienFinden"));

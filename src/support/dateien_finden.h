@@ -44,7 +44,9 @@ class DateienFinden {
   // has it.
   bool DateiErsetzen(const QString& neu, const QString& ziel, int einzug);
   bool DateiKopieren(const QString& quelle, const QString& ziel, const Kopieroptionen& optionen);
-  bool DateiUmbenennen(const QString& alt, const QString& neu, bool ueberschreiben);
+  // `grund`, if given, is told why renaming within a folder failed.
+  bool DateiUmbenennen(const QString& alt, const QString& neu, bool ueberschreiben,
+                       Dateifehler* grund = nullptr);
   bool DateiVerschieben(const QString& quelle, const QString& ziel);
   void Warten(int millisekunden);
   // For writers that build a file under another name first; not logged by themselves.

@@ -8,16 +8,30 @@ QString fehlertext(const Dateifehler& fehler) {
   return QStringLiteral("Fehler %1 (").arg(fehler.nummer) + fehler.beschreibung + u')';
 }
 
+// The first name beside `pfad` that nobody has; empty if there are too many.
+QString vorlaeufigerName(const Dateisystem& dateien, const QString& pfad) {
+  constexpr int kVersuche = 99;
+  QString name = pfad + QStringLiteral(".tmp");
+  for (int i = 2; dateien.existiert(name); ++i) {
+    if (i > kVersuche) return {};
+    name = pfad + QStringLiteral(".tmp%1").arg(i);
+  }
+  return name;
+}
+
 class Schreibvorgang {
  public:
   Schreibvorgang(DateienFinden& dateien, Protokoll& protokoll, const QString& pfad, const QByteArray& inhalt)
       : dateien_(dateien),
         protokoll_(protokoll),
         pfad_(pfad),
-        vorlaeufig_(pfad + QStringLiteral(".tmp")),
+        vorlaeufig_(vorlaeufigerName(dateien.dateisystem(), pfad)),
         inhalt_(inhalt) {}
 
   Schreibergebnis ausfuehren(Vorhandene vorhandene) {
+    if (vorlaeufig_.isEmpty()) {
+      return {QStringLiteral("Zu viele vorläufige Dateien (.tmp) mit diesem Namen im Ordner"), {}};
+    }
     const Dateifehler fehler = dateien_.dateisystem().schreiben(vorlaeufig_, inhalt_);
     if (!fehler.ok()) {
       return {fehlertext(fehler), {}};
@@ -51,11 +65,15 @@ class Schreibvorgang {
   // Why it failed; empty when the file is there.
   QString umbenennen() {
     namensversuch_ = true;
-    umbenannt_ = dateien_.DateiUmbenennen(vorlaeufig_, pfad_, false);
-    if (!umbenannt_ || !dateien_.DateiVorhanden(pfad_)) {
-      return QStringLiteral("Die Datei konnte nicht umbenannt werden");
+    Dateifehler fehler;
+    umbenannt_ = dateien_.DateiUmbenennen(vorlaeufig_, pfad_, false, &fehler);
+    if (!umbenannt_) {
+      return QStringLiteral("Die Datei konnte nicht umbenannt werden, ") + fehlertext(fehler);
     }
-    const Dateifehler fehler = dateien_.dateisystem().ordnerSpuelen(OrdnerAusPfad(pfad_));
+    if (!dateien_.DateiVorhanden(pfad_)) {
+      return QStringLiteral("Die Datei ist nach dem Umbenennen nicht zu finden");
+    }
+    fehler = dateien_.dateisystem().ordnerSpuelen(OrdnerAusPfad(pfad_));
     if (!fehler.ok()) {
       return fehlertext(fehler);
     }

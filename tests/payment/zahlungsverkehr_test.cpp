@@ -171,23 +171,35 @@ TEST(ZahlungsverkehrTest, WhatCannotBeRemovedIsNamedToo) {
   EXPECT_EQ(
       welt.meldungen.gezeigt.back().text,
       "Die Datei /prog/UE26001.xml konnte nicht erstellt werden: Die Datei konnte nicht umbenannt "
-      "werden.\n\nBitte führen Sie Schritt 5 noch einmal aus und erstellen Sie die Datei dann neu.\n\n"
+      "werden, Fehler 70 (Zugriff verweigert).\n\nBitte führen Sie Schritt 5 noch einmal aus und erstellen "
+      "Sie die Datei dann neu.\n\n"
       "Die unbrauchbare Datei /prog/UE26001.xml.tmp ließ sich nicht löschen. Löschen Sie sie bitte selbst "
       "und übergeben Sie sie keinesfalls der Bank!");
 }
 
-TEST(ZahlungsverkehrTest, AFileThatAppearsMeanwhileIsNeverReplaced) {
+TEST(ZahlungsverkehrTest, FilesOfOthersAreNeverReplacedOrRemoved) {
   Schreibwelt welt;
-  welt.speicher.anlegen("/prog/UE26001.xml.tmp", "Rest eines Absturzes");
-  // Another program takes the name after the number was chosen.
-  welt.stoerer.vorVorgang = [&](const QString& vorgang) {
-    if (vorgang == "umbenennen /prog/UE26001.xml.tmp") {
-      welt.speicher.anlegen(kDatei, "fremd");
-    }
-  };
+  const QStringList fremde{kDatei + ".tmp", kDatei + ".tmp2"};
+  for (const QString& datei : fremde) welt.speicher.anlegen(datei, "fremd");
+  EXPECT_TRUE(welt.erstellen({ueberweisung(100)}));
+  EXPECT_EQ(welt.andereDateien(), QStringList(kDatei) + fremde);
+  welt.speicher.loeschen(kDatei);
+  // Another program takes the name: after the number was chosen, and in the very moment of the renaming.
+  for (const QString& moment : {"lesen " + kDatei + ".tmp3", "umbenennen " + kDatei + ".tmp3"}) {
+    welt.stoerer.vorVorgang = [&](const QString& vorgang) {
+      if (vorgang == moment) welt.speicher.anlegen(kDatei, "fremd");
+    };
+    EXPECT_FALSE(welt.erstellen({ueberweisung(100)}));
+    EXPECT_TRUE(welt.meldungen.gezeigt.back().text.contains("umbenannt werden, Fehler 58 ("));
+    EXPECT_EQ(welt.andereDateien(), QStringList(kDatei) + fremde);
+    for (const QString& datei : welt.andereDateien()) EXPECT_EQ(welt.speicher.inhalt(datei), "fremd");
+    welt.speicher.loeschen(kDatei);
+  }
+  // Where no name is free nothing is written.
+  for (int i = 3; i <= 99; ++i) welt.speicher.anlegen(kDatei + QString(".tmp%1").arg(i), "fremd");
   EXPECT_FALSE(welt.erstellen({ueberweisung(100)}));
-  EXPECT_EQ(welt.speicher.inhalt(kDatei), QByteArray("fremd"));
-  EXPECT_EQ(welt.andereDateien(), QStringList(kDatei));
+  EXPECT_EQ(welt.andereDateien().size(), 99);
+  for (const QString& datei : welt.andereDateien()) EXPECT_EQ(welt.speicher.inhalt(datei), "fremd");
 }
 
 TEST(ZahlungsverkehrTest, BytesThatTheDiskChangedAreNotedAndRemoved) {

@@ -69,7 +69,8 @@ void Fensterwelt::vereinMitAusfaellenAnlegen() {
   datenbank.gruppe(1, u"Lieferung").gruppe(2, u"Beitrag 2025").gruppe(3, u"Beitrag 2026");
   datenbank.gruppe(4, u"Bio").gruppe(5, u"Kurs");
   for (int id = 1; id <= 7; ++id) {
-    VerbindoDatenbank::Person person{.id = id, .namen = u"Hof" + std::u16string(1, char16_t(u'0' + id))};
+    VerbindoDatenbank::Person person{
+        .id = id, .namen = u"Hof" + std::u16string(1, char16_t(u'0' + id)), .adresse = u"4360 Größ 5"};
     if (id != 7) person.iban = u"AT611904300234573201";
     if (id != 7) person.bic = u"MUSTAT2LXXX";
     datenbank.person(person);
