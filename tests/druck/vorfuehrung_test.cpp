@@ -15,9 +15,12 @@
 #include "common/ausgabe.h"
 #include "druck/gedrucktes_pdf.h"
 #include "sample/beispielordner.h"
+#include "support/windows1252.h"
 
 namespace pelvanto::test {
 namespace {
+
+constexpr double kUnterTiteln = 20, kUnterKopf = 22, kUnterSpaltenkoepfen = 29, kFuss = 190;  // mm
 
 // How many persons each step has told, kept and dropped.
 using Anzahlen = std::map<QString, std::pair<int, int>>;
@@ -30,18 +33,54 @@ Anzahlen anzahlenAus(const QString& ausgabe) {
   return anzahlen;
 }
 
-// The rows of a printed list: what stands on one line between `abHoehe` (mm) and the footer.
-int gedruckteZeilen(const PDFInhalt& inhalt, double abHoehe) {
-  constexpr double kFuss = 190;  // mm
-  std::vector<std::pair<int, double>> stellen;
-  for (const PDFWort& wort : inhalt.woerter) {
-    if (wort.y > abHoehe && wort.y < kFuss) stellen.emplace_back(wort.seite, wort.y);
+// As a CSV file can hold it, without blanks: words that stand close together are one to the reader of the
+// PDF.
+QString vergleichbar(const QString& text) {
+  QString ohne;
+  for (const QChar zeichen : ausWindows1252(nachWindows1252(text))) {
+    if (!zeichen.isSpace()) ohne += zeichen;
   }
-  std::sort(stellen.begin(), stellen.end());
-  const auto selbeZeile = [](const auto& a, const auto& b) {
-    return a.first == b.first && b.second - a.second < 2;
-  };
-  return static_cast<int>(std::unique(stellen.begin(), stellen.end(), selbeZeile) - stellen.begin());
+  return ohne;
+}
+
+// What stands on each line between two heights (mm).
+QStringList gedruckteZeilen(const PDFInhalt& inhalt, double von, double bis) {
+  constexpr double kSelbeZeile = 2;  // mm
+  std::vector<PDFWort> woerter;
+  for (const PDFWort& wort : inhalt.woerter) {
+    if (wort.y > von && wort.y < bis) woerter.push_back(wort);
+  }
+  std::ranges::sort(woerter, {}, [](const PDFWort& wort) { return std::pair(wort.seite, wort.y); });
+  QStringList zeilen;
+  for (auto anfang = woerter.begin(); anfang != woerter.end();) {
+    const auto ende = std::find_if(anfang, woerter.end(), [&](const PDFWort& wort) {
+      return wort.seite != anfang->seite || wort.y - anfang->y >= kSelbeZeile;
+    });
+    std::sort(anfang, ende, [](const PDFWort& a, const PDFWort& b) { return a.x < b.x; });
+    QString zeile;
+    for (; anfang != ende; ++anfang) zeile += anfang->text;
+    zeilen << vergleichbar(zeile);
+  }
+  return zeilen;
+}
+
+// Whether the line has all the texts in this order and nothing else. Names, addresses and BICs may end early,
+// in "...", an IBAN or an amount never: `gekuerzt` counts these.
+bool enthaeltGenau(const QString& zeile, const QStringList& koepfe, const QStringList& texte, int& gekuerzt) {
+  static const QStringList kuerzbar{"Name", "Adresse", "BIC"};
+  qsizetype stelle = 0;
+  for (qsizetype i = 0; i < texte.size(); ++i) {
+    const QString text = vergleichbar(texte[i]);
+    qsizetype gleich = 0;
+    while (gleich < text.size() && stelle + gleich < zeile.size() && text[gleich] == zeile[stelle + gleich])
+      ++gleich;
+    stelle += gleich;
+    if (gleich == text.size()) continue;
+    if (gleich == 0 || !kuerzbar.contains(koepfe.value(i)) || zeile.mid(stelle, 3) != "...") return false;
+    stelle += 3;
+    ++gekuerzt;
+  }
+  return stelle == zeile.size();
 }
 
 QStringList ausserhalbDesDruckbereichs(const PDFInhalt& inhalt) {
@@ -55,12 +94,43 @@ QStringList ausserhalbDesDruckbereichs(const PDFInhalt& inhalt) {
   return gefunden;
 }
 
-// By their separators: a text of several lines stays so, and none of the sample has a semicolon.
-qsizetype csvZeilen(const QString& datei) {
+// The captions and the rows. None of the sample has a semicolon, and no last column a line break.
+std::vector<QStringList> csvZeilen(const QString& datei) {
   QFile csv(datei);
-  if (!csv.open(QFile::ReadOnly)) return 0;
-  const qsizetype jeZeile = csv.readLine().count(';');
-  return jeZeile == 0 ? 0 : 1 + csv.readAll().count(';') / jeZeile;
+  if (!csv.open(QFile::ReadOnly)) return {};
+  const QString text = ausWindows1252(csv.readAll());
+  const qsizetype trenner = text.left(text.indexOf("\r\n")).count(u';');
+  std::vector<QStringList> zeilen;
+  for (qsizetype stelle = 0; stelle < text.size();) {
+    zeilen.emplace_back();
+    for (qsizetype i = 0; i <= trenner; ++i) {
+      const QString ende = i == trenner ? "\r\n" : ";";
+      const qsizetype bis = text.indexOf(ende, stelle);
+      if (bis < 0) return {};
+      zeilen.back() << text.mid(stelle, bis - stelle);
+      stelle = bis + ende.size();
+    }
+  }
+  return zeilen;
+}
+
+// A list is on paper what it is in its CSV file; answers how many texts are cut there.
+int listenVergleichen(const PDFInhalt& gedruckt, const QString& csvDatei) {
+  const std::vector<QStringList> csv = csvZeilen(csvDatei);
+  const QStringList zeilen = gedruckteZeilen(gedruckt, kUnterSpaltenkoepfen, kFuss);
+  const QStringList koepfe = gedruckteZeilen(gedruckt, kUnterTiteln, kUnterSpaltenkoepfen);
+  EXPECT_EQ(csv.size(), static_cast<std::size_t>(zeilen.size()) + 1);
+  EXPECT_EQ(static_cast<std::size_t>(koepfe.size()), gedruckt.seiten.size());
+  if (csv.size() != static_cast<std::size_t>(zeilen.size()) + 1) return 0;
+  int gekuerzt = 0;
+  for (const QString& kopf : koepfe)
+    EXPECT_TRUE(enthaeltGenau(kopf, {}, csv[0], gekuerzt)) << kopf.toStdString();
+  for (std::size_t i = 1; i < csv.size(); ++i) {
+    const QString& zeile = zeilen[static_cast<qsizetype>(i) - 1];
+    EXPECT_TRUE(enthaeltGenau(zeile, csv[0], csv[i], gekuerzt)) << zeile.toStdString() << "\n"
+                                                                << csv[i].join(u';').toStdString();
+  }
+  return gekuerzt;
 }
 
 QStringList sortiert(QStringList namen) {
@@ -94,8 +164,7 @@ const Ausgabe kAusgaben[] = {
 
 TEST(Vorfuehrung, EveryListLiesThereWholeAndReadable) {
   constexpr double kHeute = 46097.0;
-  constexpr double kUnterKopf = 22, kUnterSpaltenkoepfen = 29;  // mm
-  constexpr int kGeduld = 120'000;                              // milliseconds
+  constexpr int kGeduld = 120'000;  // milliseconds
   const QTemporaryDir ordner;
   beispiel::beispielordnerAnlegen(ordner.path().toStdString(), 2026, kHeute);
   QProcess programm;
@@ -108,7 +177,7 @@ TEST(Vorfuehrung, EveryListLiesThereWholeAndReadable) {
   QStringList pdfDateien{
       QString("Überweisung-Datei          " + ordner.filePath("UE26001.xml")).replace(u'/', u' ') + ".pdf"};
   QStringList csvDateien;
-  int seiten = 0, woerter = 0;
+  int seiten = 0, woerter = 0, gekuerzt = 0;
   const auto lesbar = [&](const QString& datei) {
     const PDFInhalt inhalt = pdfLesen(ordner.filePath("druck/" + datei));
     EXPECT_FALSE(inhalt.woerter.empty());
@@ -124,17 +193,19 @@ TEST(Vorfuehrung, EveryListLiesThereWholeAndReadable) {
     const int personen = liste.ausgeschieden ? ausgeschieden : behalten;
     ASSERT_GT(personen, 0) << "the sample association has somebody in every list";
     pdfDateien << liste.name + QString(".pdf");
-    EXPECT_EQ(gedruckteZeilen(lesbar(pdfDateien.back()), kUnterSpaltenkoepfen), personen);
+    const PDFInhalt inhalt = lesbar(pdfDateien.back());
+    EXPECT_EQ(gedruckteZeilen(inhalt, kUnterSpaltenkoepfen, kFuss).size(), personen);
     if (!liste.alsCSV) continue;
     csvDateien << liste.name + QString(".csv");
-    EXPECT_EQ(csvZeilen(ordner.filePath("csv/" + csvDateien.back())), personen + 1);
+    gekuerzt += listenVergleichen(inhalt, ordner.filePath("csv/" + csvDateien.back()));
   }
   // The control list has a last line of its own.
-  EXPECT_EQ(gedruckteZeilen(lesbar(pdfDateien.front()), kUnterKopf), anzahlen.at("5").first + 1);
+  EXPECT_EQ(gedruckteZeilen(lesbar(pdfDateien.front()), kUnterKopf, kFuss).size(),
+            anzahlen.at("5").first + 1);
 
   EXPECT_EQ(dateien(ordner.filePath("druck")), sortiert(pdfDateien));
   EXPECT_EQ(dateien(ordner.filePath("csv")), sortiert(csvDateien));
-  std::printf("%d printed pages with %d words\n", seiten, woerter);
+  std::printf("%d printed pages with %d words, %d texts cut\n", seiten, woerter, gekuerzt);
 }
 
 }  // namespace
