@@ -106,6 +106,7 @@ double zeileDrucken(FunktionenDrucker& druck, const std::vector<DruckSpalte>& sp
 
 std::vector<DruckSpalte> druckSpalten(const std::vector<Spalte>& spalten, int linkerRand, int rechterRand) {
   std::vector<DruckSpalte> auf;
+  auf.reserve(spalten.size());
   for (const Spalte& spalte : spalten) {
     auf.push_back({gekuerzt(spalte.beschriftung, kLaengsteBeschriftung), spalte.breite, spalte.ausrichtung});
   }

@@ -144,7 +144,9 @@ void FunktionenDrucker::neueSeite() {
 
 void FunktionenDrucker::dokumentBeenden() {
   const std::unique_ptr<Druckdokument> dokument = std::exchange(dokument_, nullptr);
-  if (const std::optional<Druckfehler> fehler = std::exchange(ersterFehler_, std::nullopt)) throw *fehler;
+  if (const std::optional<Druckfehler> fehler = std::exchange(ersterFehler_, std::nullopt)) {
+    throw Druckfehler(*fehler);
+  }
   if (dokument) dokument->beenden();
 }
 
