@@ -195,6 +195,7 @@ TEST(ZahlungsverkehrTest, FilesOfOthersAreNeverReplacedOrRemoved) {
     for (const QString& datei : welt.andereDateien()) EXPECT_EQ(welt.speicher.inhalt(datei), "fremd");
     welt.speicher.loeschen(kDatei);
   }
+  welt.stoerer.vorVorgang = {};
   // Where no name is free nothing is written.
   for (int i = 3; i <= 99; ++i) welt.speicher.anlegen(kDatei + QString(".tmp%1").arg(i), "fremd");
   EXPECT_FALSE(welt.erstellen({ueberweisung(100)}));
