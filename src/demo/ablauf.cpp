@@ -3,6 +3,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QFocusEvent>
+#include <QLineEdit>
 
 #include <iostream>
 
@@ -99,6 +101,18 @@ void wizardDurchspielen(HauptFenster& fenster, const QString& bilderordner,
     if (schritt == "5") adressenKopieren(fenster, "cmdSerienbriefe5", seiten.seite5.lvwListe5, zwischenstand);
     druecken(fenster, schritt == "5" ? "cmdDatentraegerErstellen" : "cmdWeiter" + schritt);
   }
+}
+
+void falscheIBANFotografieren(HauptFenster& fenster, const QString& bilderordner) {
+  auto* feld = fenster.findChild<QLineEdit*>("txtIBAN");
+  const QString richtig = feld->text();
+  QString falsch = richtig.trimmed();
+  falsch.back() = falsch.back() == u'9' ? u'8' : u'9';
+  feld->setText(falsch);
+  QFocusEvent verlassen(QEvent::FocusOut);
+  QApplication::sendEvent(feld, &verlassen);  // the entry is checked again when the field is left
+  bilderSpeichern(*feld->parentWidget(), bilderordner, QStringLiteral("iban-falsch"));
+  feld->setText(richtig);
 }
 
 }  // namespace pelvanto::vorfuehrung

@@ -28,4 +28,7 @@ struct Zwischenstand {
 void wizardDurchspielen(HauptFenster& fenster, const QString& bilderordner,
                         const std::function<Zwischenstand()>& zwischenstand);
 
+// A picture of the own account on page 5 with one digit changed; the right IBAN is put back.
+void falscheIBANFotografieren(HauptFenster& fenster, const QString& bilderordner);
+
 }  // namespace pelvanto::vorfuehrung

@@ -1,8 +1,9 @@
 // Plays the whole wizard on a prepared program folder, by the buttons of the real window and without a
 // person:
-//   pelvanto-vorfuehrung [--datum=2026-03-16T08:09:10] [--sprache=de_AT] ORDNER
+//   pelvanto-vorfuehrung [--datum=2026-03-16T08:09:10] [--sprache=de_AT] [--handbuch] ORDNER
 // Leaves payment file and logs in the folder, and in folders of their own what would be printed (druck), what
-// would lie on the desktop (csv), and pictures of all pages (bilder).
+// would lie on the desktop (csv), and pictures of all pages (bilder). With --handbuch also pictures of what
+// the handbook shows beside the pages: the message boxes, and the entry of a wrong IBAN.
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
@@ -35,7 +36,7 @@ std::string ordnerzeile(const QString& ordner, const QString& endung) {
   return ordner.toStdString() + " (" + std::to_string(anzahl) + " Dateien)\n";
 }
 
-int vorfuehren(const QString& ordner, Uhr& uhr, const Gebietsschema& schema) {
+int vorfuehren(const QString& ordner, Uhr& uhr, const Gebietsschema& schema, bool fuerHandbuch) {
   const QString bilder = ordner + "/bilder";
   const QString druck = ordner + "/druck";
   const QString csv = ordner + "/csv";
@@ -44,7 +45,9 @@ int vorfuehren(const QString& ordner, Uhr& uhr, const Gebietsschema& schema) {
     std::cerr << "Der Ordner " << neuer.toStdString() << " kann nicht angelegt werden.\n";
     return 1;
   }
-  vorfuehrung::GedruckteMeldungen meldungen;
+  vorfuehrung::GedruckteMeldungen gedruckte;
+  vorfuehrung::FotografierteMeldungen fotografierte(bilder);
+  vorfuehrung::GedruckteMeldungen& meldungen = fuerHandbuch ? fotografierte : gedruckte;
   EchteOberflaeche oberflaeche;
   EchtesDateisystem dateisystem;
   PDFDrucker drucker(druck);
@@ -74,6 +77,7 @@ int vorfuehren(const QString& ordner, Uhr& uhr, const Gebietsschema& schema) {
     std::cerr << abbruch.what() << '\n';
     return 1;
   }
+  if (fuerHandbuch) vorfuehrung::falscheIBANFotografieren(fenster, bilder);
   fenster.close();
 
   QStringList neue = zahlungsdateien(ordner);
@@ -97,7 +101,8 @@ int main(int argc, char* argv[]) {
   const QCommandLineOption datum("datum", "Feste Uhrzeit, z.B. 2026-03-16T08:09:10.", "zeit");
   const QCommandLineOption sprache("sprache", "Zahlen und Beträge wie in dieser Sprache.", "sprache",
                                    "de_DE");
-  optionen.addOptions({datum, sprache});
+  const QCommandLineOption handbuch("handbuch", "Auch Bilder der Meldungen und einer falschen IBAN.");
+  optionen.addOptions({datum, sprache, handbuch});
   optionen.addPositionalArgument("ORDNER", "Programmordner mit Verbindo.mdb und verbindo.ini");
   optionen.addHelpOption();
   optionen.process(programm);
@@ -108,5 +113,6 @@ int main(int argc, char* argv[]) {
   }
   vorfuehrung::Vorfuehruhr uhr(zeit);
   const vorfuehrung::Sprachschema schema{QLocale(optionen.value(sprache))};
-  return vorfuehren(QDir(optionen.positionalArguments().first()).absolutePath(), uhr, schema);
+  return vorfuehren(QDir(optionen.positionalArguments().first()).absolutePath(), uhr, schema,
+                    optionen.isSet(handbuch));
 }

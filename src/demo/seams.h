@@ -5,6 +5,7 @@
 #include "seams/anwendungen.h"
 #include "seams/gebietsschema.h"
 #include "seams/meldungen.h"
+#include "seams/real/echte_meldungen.h"
 #include "seams/real/landesvorwahl.h"
 #include "seams/uhr.h"
 
@@ -19,6 +20,20 @@ class GedruckteMeldungen : public Meldungen {
   std::optional<QString> eingeben(const Eingabe& eingabe) override;
 
   int anzahl = 0;
+};
+
+// Opens the real boxes as well, and leaves a picture of each: "ORDNER/meldung-NN-TITEL-hell-100.png", ...
+class FotografierteMeldungen : public GedruckteMeldungen {
+ public:
+  explicit FotografierteMeldungen(QString ordner) : ordner_(std::move(ordner)) {}
+  Antwort zeigen(const Meldung& meldung) override;
+  std::optional<QString> eingeben(const Eingabe& eingabe) override;
+
+ private:
+  void beimOeffnenFotografieren(const QString& titel);
+
+  EchteMeldungen echte_;
+  QString ordner_;
 };
 
 // The computer's clock, or one that stands still at `fest` where that is valid.
