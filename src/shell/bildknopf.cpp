@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QIcon>
 #include <QKeyEvent>
+#include <QMetaMethod>
 
 #include "shell/farben.h"
 
@@ -38,7 +39,8 @@ void Bildknopf::keyPressEvent(QKeyEvent* ereignis) {
 }
 
 void Bildknopf::contextMenuEvent(QContextMenuEvent* ereignis) {
-  ereignis->accept();
+  // Where the right mouse button means nothing, the window shows its own menu.
+  ereignis->setAccepted(isSignalConnected(QMetaMethod::fromSignal(&Bildknopf::rechtsGeklickt)));
   emit rechtsGeklickt();
 }
 

@@ -5,7 +5,7 @@
 namespace pelvanto {
 
 // A button that shows a picture only; its tooltip says what it does. Answers to Return as well as to the
-// blank, and to the right mouse button (or the menu key) by `rechtsGeklickt`.
+// blank, and to the right mouse button (or the menu key) by `rechtsGeklickt`, where somebody listens to it.
 class Bildknopf : public QPushButton {
   Q_OBJECT
  public:

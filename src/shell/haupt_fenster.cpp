@@ -54,6 +54,7 @@ HauptFenster::HauptFenster(Umgebung& umgebung) : umgebung_(umgebung) {
               new Seite5Fenster(seiten_.seite5, ablauf, this)};
   for (SeitenFenster* seite : fenster_) seite->setVisible(seite == fenster_.front());
   fortschritt_ = new Fortschritt(this);
+  hilfeAnbieten();
   const QSize groesse(pixel(kSeite.breite + 2 * kSeite.links), pixel(kSeite.hoehe + 2 * kSeite.oben));
   setMinimumSize(groesse);
   resize(groesse);

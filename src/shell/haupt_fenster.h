@@ -38,12 +38,16 @@ class HauptFenster : public QWidget, private Ablauf {
   void closeEvent(QCloseEvent* ereignis) override;
   void resizeEvent(QResizeEvent* ereignis) override;
   void changeEvent(QEvent* ereignis) override;
+  void contextMenuEvent(QContextMenuEvent* ereignis) override;
 
  private:
   void ausfuehren(const std::function<void(Umgebung&, Seiten&)>& handlung) override;
   void ungestoertAusfuehren(const std::function<void(Umgebung&, Seiten&)>& handlung) override;
   void weiter() override;
 
+  void hilfeAnbieten();
+  void ueberZeigen();
+  void danebenAusfuehren(void (*handlung)(Umgebung&));
   void eintragen();
   void zeigen();
   void betragsfeldVerlassen();

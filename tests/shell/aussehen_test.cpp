@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QProcess>
 #include <QStyle>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -171,6 +172,15 @@ class AussehenTest : public testing::TestWithParam<Ansicht> {
     }
   }
 
+  void allesPruefen() {
+    QApplication::processEvents();
+    textePassen();
+    nichtsUeberlappt();
+    allesHatNamen();
+    bilderSindZuSehen();
+    kontrasteReichen();
+  }
+
   Fensterwelt welt;
 
  private:
@@ -189,16 +199,18 @@ TEST_P(AussehenTest, EveryPageReadsWell) {
       emit ansicht->loeschenGewuenscht();
       EXPECT_EQ(welt.text("lblErgebnis" + schritte[seite] + "Geloescht"), QString("1"));
     }
-    QApplication::processEvents();
-    textePassen();
-    nichtsUeberlappt();
-    allesHatNamen();
-    bilderSindZuSehen();
-    kontrasteReichen();
+    allesPruefen();
     if (seite < 5) {
       ASSERT_TRUE(welt.druecken("cmdWeiter" + schritte[seite]));
     }
   }
+}
+
+TEST_P(AussehenTest, TheBoxAboutTheProgramReadsWell) {
+  ASSERT_TRUE(welt.starten());
+  QTest::keyClick(welt.fenster.get(), Qt::Key_F1, Qt::ControlModifier);
+  EXPECT_TRUE(welt.finden<QLabel>("lblLizenzen")->isVisible());
+  allesPruefen();
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktops, AussehenTest,
