@@ -1,8 +1,10 @@
 #include "demo/ablauf.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QDialog>
 #include <QFocusEvent>
 #include <QLineEdit>
 
@@ -101,6 +103,13 @@ void wizardDurchspielen(HauptFenster& fenster, const QString& bilderordner,
     if (schritt == "5") adressenKopieren(fenster, "cmdSerienbriefe5", seiten.seite5.lvwListe5, zwischenstand);
     druecken(fenster, schritt == "5" ? "cmdDatentraegerErstellen" : "cmdWeiter" + schritt);
   }
+}
+
+void ueberFotografieren(HauptFenster& fenster, const QString& bilderordner) {
+  fenster.findChild<QAction*>("mnuUeber")->trigger();
+  auto* kasten = fenster.findChild<QDialog*>("UeberKasten");
+  bilderSpeichern(*kasten, bilderordner, QStringLiteral("ueber"));
+  kasten->reject();
 }
 
 void falscheIBANFotografieren(HauptFenster& fenster, const QString& bilderordner) {

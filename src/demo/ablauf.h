@@ -28,6 +28,8 @@ struct Zwischenstand {
 void wizardDurchspielen(HauptFenster& fenster, const QString& bilderordner,
                         const std::function<Zwischenstand()>& zwischenstand);
 
+// Pictures of the box about the program.
+void ueberFotografieren(HauptFenster& fenster, const QString& bilderordner);
 // A picture of the own account on page 5 with one digit changed; the right IBAN is put back.
 void falscheIBANFotografieren(HauptFenster& fenster, const QString& bilderordner);
 

@@ -3,7 +3,8 @@
 //   pelvanto-vorfuehrung [--datum=2026-03-16T08:09:10] [--sprache=de_AT] [--handbuch] ORDNER
 // Leaves payment file and logs in the folder, and in folders of their own what would be printed (druck), what
 // would lie on the desktop (csv), and pictures of all pages (bilder). With --handbuch also pictures of what
-// the handbook shows beside the pages: the message boxes, and the entry of a wrong IBAN.
+// the handbook shows beside the pages: the message boxes, the box about the program, and the entry of a wrong
+// IBAN.
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
@@ -77,7 +78,10 @@ int vorfuehren(const QString& ordner, Uhr& uhr, const Gebietsschema& schema, boo
     std::cerr << abbruch.what() << '\n';
     return 1;
   }
-  if (fuerHandbuch) vorfuehrung::falscheIBANFotografieren(fenster, bilder);
+  if (fuerHandbuch) {
+    vorfuehrung::ueberFotografieren(fenster, bilder);
+    vorfuehrung::falscheIBANFotografieren(fenster, bilder);
+  }
   fenster.close();
 
   QStringList neue = zahlungsdateien(ordner);
