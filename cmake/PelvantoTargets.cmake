@@ -30,11 +30,14 @@ function(pelvanto_layer name)
   pelvanto_common(pelvanto_${name})
 endfunction()
 
-# A suite is one folder of tests: one GoogleTest program, run by ctest as a whole.
+# A suite is one folder of tests: one GoogleTest program, run by ctest as a whole. Files named after ABSENT are left out.
 function(pelvanto_suite name)
-  cmake_parse_arguments(ARG "" "" "USES" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "ABSENT;USES" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${name}/*.cpp
        ${PROJECT_SOURCE_DIR}/tests/${name}/*.h)
+  foreach(absent ${ARG_ABSENT})
+    list(FILTER sources EXCLUDE REGEX "/${absent}\\.(cpp|h)$")
+  endforeach()
   if(NOT sources)
     return()
   endif()

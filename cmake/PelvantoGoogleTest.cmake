@@ -1,0 +1,11 @@
+# GoogleTest as the system has it; for another system it is compiled from Debian's source package.
+if(NOT CMAKE_CROSSCOMPILING)
+  find_package(GTest REQUIRED)
+  return()
+endif()
+add_subdirectory(/usr/src/googletest/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+foreach(library gtest gtest_main)
+  if(NOT TARGET GTest::${library})
+    add_library(GTest::${library} ALIAS ${library})
+  endif()
+endforeach()
