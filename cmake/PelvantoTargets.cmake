@@ -13,6 +13,13 @@ function(pelvanto_common target)
   endif()
 endfunction()
 
+# For programs with `wmain`: on Windows only the wide arguments hold every character.
+function(pelvanto_wide_main target)
+  if(MINGW)
+    target_link_options(${target} PRIVATE -municode)
+  endif()
+endfunction()
+
 # A layer is one folder: a static library of all its .cpp files and the layers it may know.
 function(pelvanto_layer name)
   cmake_parse_arguments(ARG "QT_MOC" "FOLDER" "USES" ${ARGN})

@@ -4,6 +4,12 @@
 #include <string>
 #include <vector>
 
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#include <stdio.h>
+#endif
+
 #include "jet/check.h"
 #include "jet/database.h"
 #include "jet/error.h"
@@ -118,9 +124,12 @@ int runReporting(int count, Char** arguments) {
 
 }  // namespace
 
-// On Windows only the wide arguments hold every character.
+// On Windows only the wide arguments hold every character, and lines would end in other bytes than elsewhere.
 #ifdef _WIN32
-int wmain(int argc, wchar_t** argv) { return runReporting(argc, argv); }
+int wmain(int argc, wchar_t** argv) {
+  ::_setmode(::_fileno(stdout), _O_BINARY);
+  return runReporting(argc, argv);
+}
 #else
 int main(int argc, char** argv) { return runReporting(argc, argv); }
 #endif

@@ -1,9 +1,12 @@
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <ctime>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <string>
+#include <vector>
 
 #include "sample/beispielordner.h"
 
@@ -23,26 +26,37 @@ int diesesJahr() {
   return ortszeit == nullptr ? 1970 : 1900 + ortszeit->tm_year;
 }
 
-int jahrAus(const std::string& text) {
-  if (text.size() != 4 || text.find_first_not_of("0123456789") != std::string::npos) return 0;
-  return std::stoi(text);
+// Paths know the system's own way of writing texts, whatever an argument means.
+using Argument = std::filesystem::path;
+
+int jahrAus(const Argument& argument) {
+  const std::u8string text = argument.u8string();
+  if (text.size() != 4 || text.find_first_not_of(u8"0123456789") != std::u8string::npos) return 0;
+  return std::stoi(std::string(text.begin(), text.end()));
+}
+
+int beispielSchreiben(const std::vector<Argument>& argumente) {
+  const int jahr = argumente.size() > 1 ? jahrAus(argumente[1]) : diesesJahr();
+  if (argumente.empty() || argumente.size() > 2 || jahr < 1900) {
+    std::cerr << "usage: pelvanto-beispiel FOLDER [yyyy]\n";
+    return 2;
+  }
+  try {
+    pelvanto::beispiel::beispielordnerAnlegen(argumente[0], jahr, heute());
+  } catch (const std::exception& fehler) {
+    std::cerr << "pelvanto-beispiel: " << fehler.what() << '\n';
+    return 1;
+  }
+  std::cout << "Sample association for " << jahr << " in " << argumente[0].string() << '\n';
+  return 0;
 }
 
 }  // namespace
 
 // Prepares a sample program folder: pelvanto-beispiel FOLDER [yyyy]
-int main(int argc, char** argv) {
-  const int jahr = argc > 2 ? jahrAus(argv[2]) : diesesJahr();
-  if (argc < 2 || argc > 3 || jahr < 1900) {
-    std::cerr << "usage: pelvanto-beispiel FOLDER [yyyy]\n";
-    return 2;
-  }
-  try {
-    pelvanto::beispiel::beispielordnerAnlegen(argv[1], jahr, heute());
-  } catch (const std::exception& fehler) {
-    std::cerr << "pelvanto-beispiel: " << fehler.what() << '\n';
-    return 1;
-  }
-  std::cout << "Sample association for " << jahr << " in " << argv[1] << '\n';
-  return 0;
-}
+// On Windows only the wide arguments hold every character.
+#ifdef _WIN32
+int wmain(int argc, wchar_t** argv) { return beispielSchreiben({argv + std::min(argc, 1), argv + argc}); }
+#else
+int main(int argc, char** argv) { return beispielSchreiben({argv + std::min(argc, 1), argv + argc}); }
+#endif

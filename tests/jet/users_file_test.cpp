@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "common/memory_files.h"
+#include "jet/own_folder.h"
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include "jet/windows_handle.h"
+#else
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -24,8 +27,20 @@ TEST(UsersFile, IsFoundHoweverItsNameIsWritten) {
   }
 }
 
-#ifndef _WIN32
-// Another process locks one byte of the file for the time of a question.
+// Another one locks a byte of the file for the time of a question.
+#ifdef _WIN32
+// Here locks belong to handles, so that another one stands for another process.
+bool hasUsersWhileLocked(const std::filesystem::path& database, std::uint64_t byte) {
+  const auto path = std::filesystem::path(database).replace_extension(".ldb");
+  const windows::Handle file(::CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
+                                           FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                                           FILE_ATTRIBUTE_NORMAL, nullptr));
+  OVERLAPPED place = windows::placeAt(byte);
+  constexpr DWORD kind = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
+  EXPECT_NE(::LockFileEx(file.get(), kind, 0, 1, 0, &place), 0) << "the other one could not lock";
+  return hasUsers(systemFiles(), database);
+}
+#else
 bool hasUsersWhileLocked(const std::filesystem::path& database, std::uint64_t byte) {
   int ready[2], done[2];
   if (::pipe(ready) != 0 || ::pipe(done) != 0) return false;
@@ -52,20 +67,18 @@ bool hasUsersWhileLocked(const std::filesystem::path& database, std::uint64_t by
   ::waitpid(other, nullptr, 0);
   return result;
 }
+#endif
 
 TEST(UsersFile, UsersHoldTheBytesThatAreTheirs) {
-  const auto folder = std::filesystem::temp_directory_path() / ("jet-users-" + std::to_string(::getpid()));
-  std::filesystem::create_directory(folder);
-  const auto database = folder / "Verbindo.mdb";
+  const test::OwnFolder folder("users");
+  const auto database = folder.path / "Verbindo.mdb";
   EXPECT_FALSE(hasUsers(systemFiles(), database));
   EXPECT_TRUE(hasUsersWhileLocked(database, 0x1000'0001));
   EXPECT_TRUE(hasUsersWhileLocked(database, 0x1000'00FF));
   EXPECT_FALSE(hasUsersWhileLocked(database, 0x1000'0000));
   EXPECT_FALSE(hasUsersWhileLocked(database, 0x1000'0100));
   EXPECT_FALSE(hasUsers(systemFiles(), database)) << "left over by a crash";
-  std::filesystem::remove_all(folder);
 }
-#endif
 
 }  // namespace
 }  // namespace jet

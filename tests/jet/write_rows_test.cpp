@@ -236,9 +236,9 @@ std::string firstDifference(Writable& file, const std::map<RowId, std::vector<Va
 }
 
 // Random changes of a worn table: moved rows, deleted and added columns, long values of all kinds.
-class WornTable : public testing::TestWithParam<unsigned> {};
+class ManyChanges : public testing::TestWithParam<unsigned> {};
 
-TEST_P(WornTable, StaysRightThroughManyChanges) {
+TEST_P(ManyChanges, StaysRightThroughManyChanges) {
   jet::test::WornDatabase worn = jet::test::makeWornDatabase();
   DatabaseBuilder unused;
   Writable file(unused);
@@ -296,7 +296,7 @@ TEST_P(WornTable, StaysRightThroughManyChanges) {
   EXPECT_TRUE(pagesOf(file, u"Zuordnung") == others);
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, WornTable, testing::Values(1u, 2u, 3u));
+INSTANTIATE_TEST_SUITE_P(Seeds, ManyChanges, testing::Values(1u, 2u, 3u));
 
 TEST(WriteRows, ARowMovesOnAndComesHome) {
   DatabaseBuilder builder;

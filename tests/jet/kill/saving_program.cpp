@@ -52,7 +52,12 @@ void report(std::int32_t save) {
 
 }  // namespace
 
+// On Windows only the wide arguments hold every character.
+#ifdef _WIN32
+int wmain(int count, wchar_t** arguments) {
+#else
 int main(int count, char** arguments) {
+#endif
   if (count != 2) return 2;
   try {
     jet::Database database(jet::systemFiles(), arguments[1]);
