@@ -1,6 +1,6 @@
 // Plays the whole wizard on a prepared program folder, by the buttons of the real window and without a
 // person:
-//   pelvanto-vorfuehrung [--datum=2026-03-16T08:09:10] [--sprache=de_AT] [--handbuch] ORDNER
+//   pelvanto-vorfuehrung [--datum=2026-03-16T08:09:10] [--sprache=de_AT] [--stil=fusion] [--handbuch] ORDNER
 // Leaves payment file and logs in the folder, and in folders of their own what would be printed (druck), what
 // would lie on the desktop (csv), and pictures of all pages (bilder). With --handbuch also pictures of what
 // the handbook shows beside the pages: the message boxes, the box about the program, and the entry of a wrong
@@ -38,9 +38,9 @@ std::string ordnerzeile(const QString& ordner, const QString& endung) {
 }
 
 int vorfuehren(const QString& ordner, Uhr& uhr, const Gebietsschema& schema, bool fuerHandbuch) {
-  const QString bilder = ordner + "/bilder";
-  const QString druck = ordner + "/druck";
-  const QString csv = ordner + "/csv";
+  const QString bilder = pfadVerbinden(ordner, "bilder");
+  const QString druck = pfadVerbinden(ordner, "druck");
+  const QString csv = pfadVerbinden(ordner, "csv");
   for (const QString& neuer : {bilder, druck, csv}) {
     if (QDir().mkpath(neuer)) continue;
     std::cerr << "Der Ordner " << neuer.toStdString() << " kann nicht angelegt werden.\n";
@@ -86,7 +86,8 @@ int vorfuehren(const QString& ordner, Uhr& uhr, const Gebietsschema& schema, boo
 
   QStringList neue = zahlungsdateien(ordner);
   for (const QString& alte : vorher) neue.removeAll(alte);
-  std::cout << "Zahlungsdatei: " << (neue.isEmpty() ? "keine" : (ordner + '/' + neue.first()).toStdString())
+  std::cout << "Zahlungsdatei: "
+            << (neue.isEmpty() ? "keine" : pfadVerbinden(ordner, neue.first()).toStdString())
             << "\nProtokolle:    " << ordner.toStdString() << "\nListen:        " << ordnerzeile(druck, "pdf")
             << "CSV-Dateien:   " << ordnerzeile(csv, "csv")
             << "Bilder:        " << ordnerzeile(bilder, "png");
@@ -96,7 +97,6 @@ int vorfuehren(const QString& ordner, Uhr& uhr, const Gebietsschema& schema, boo
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  QApplication::setStyle("fusion");
   QApplication programm(argc, argv);
   QApplication::setFont(fensterschrift());
   qtTexteAufDeutsch(&programm);
@@ -106,7 +106,8 @@ int main(int argc, char* argv[]) {
   const QCommandLineOption sprache("sprache", "Zahlen und Beträge wie in dieser Sprache.", "sprache",
                                    "de_DE");
   const QCommandLineOption handbuch("handbuch", "Auch Bilder der Meldungen und einer falschen IBAN.");
-  optionen.addOptions({datum, sprache, handbuch});
+  const QCommandLineOption stil("stil", "Aussehen der Bedienelemente.", "stil", "fusion");
+  optionen.addOptions({datum, sprache, stil, handbuch});
   optionen.addPositionalArgument("ORDNER", "Programmordner mit Verbindo.mdb und verbindo.ini");
   optionen.addHelpOption();
   optionen.process(programm);
@@ -115,8 +116,9 @@ int main(int argc, char* argv[]) {
     std::cerr << optionen.helpText().toStdString();
     return 2;
   }
+  QApplication::setStyle(optionen.value(stil));
   vorfuehrung::Vorfuehruhr uhr(zeit);
   const vorfuehrung::Sprachschema schema{QLocale(optionen.value(sprache))};
-  return vorfuehren(QDir(optionen.positionalArguments().first()).absolutePath(), uhr, schema,
-                    optionen.isSet(handbuch));
+  const QDir ordner(optionen.positionalArguments().first());
+  return vorfuehren(QDir::toNativeSeparators(ordner.absolutePath()), uhr, schema, optionen.isSet(handbuch));
 }

@@ -33,8 +33,10 @@ struct Dateizeiten {
   QDateTime erstellt, letzterZugriff, letztesSchreiben;
 };
 
-// The operations on files that the program needs, each as the system offers it: no retries, no logging, no
-// messages (support/ does that). Paths use the system's own separators.
+// The operations on files that the program needs, each as the system offers it: no logging, no messages
+// (support/ does that). Where a system lets another program that looks at a file for a moment stand in the
+// way, they wait for half a second; the questions (oeffnenPruefen, zeiten) never do. Paths use the system's
+// own separators.
 class Dateisystem {
  public:
   virtual ~Dateisystem() = default;

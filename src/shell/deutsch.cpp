@@ -8,8 +8,11 @@ namespace pelvanto {
 
 bool qtTexteAufDeutsch(QObject* lebensdauer) {
   auto* deutsch = new QTranslator(lebensdauer);
-  return deutsch->load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)) &&
-         QCoreApplication::installTranslator(deutsch);
+  // A program that carries all of Qt in it carries these texts as well.
+  const bool geladen =
+      deutsch->load(QStringLiteral(":/qtbase_de.qm")) ||
+      deutsch->load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+  return geladen && QCoreApplication::installTranslator(deutsch);
 }
 
 }  // namespace pelvanto

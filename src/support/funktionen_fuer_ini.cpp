@@ -45,22 +45,33 @@ void FunktionenFürINI::INISpeichern(const QString& Abschnitt, const QString& Sc
 }
 
 // The file is written under another name and put in the place of the old one in one step: it never lies there
-// half written, and a failure leaves the old one.
+// half written, and a failure leaves the old one. If the contact program has saved a setting of its own
+// meanwhile, its new file is taken as the base instead.
 void FunktionenFürINI::wertSchreiben(const QString& Abschnitt, const QString& Schluessel,
                                      const QString& Wert) {
-  QByteArray bytes;
-  if (!dateien_.lesen(iniDatei_, bytes).ok() && dateien_.existiert(iniDatei_)) {
-    return;  // what cannot be read must not be replaced
-  }
-  INIText text(bytes);
-  text.setzen(Abschnitt, Schluessel, Wert);
-  if (text.bytes() == bytes) {
-    return;
-  }
+  constexpr int kVersuche = 5;
   const QString neueDatei = iniDatei_ + QStringLiteral(".neu");
-  if (!dateien_.schreiben(neueDatei, text.bytes()).ok() || !dateien_.ersetzen(neueDatei, iniDatei_).ok()) {
-    dateien_.loeschen(neueDatei);
+  QByteArray vorher;
+  if (!grundlageLesen(vorher)) return;
+  for (int versuch = 1; versuch <= kVersuche; ++versuch) {
+    INIText text(vorher);
+    text.setzen(Abschnitt, Schluessel, Wert);
+    if (text.bytes() == vorher) break;
+    if (!dateien_.schreiben(neueDatei, text.bytes()).ok()) break;
+    QByteArray jetzt;
+    if (!grundlageLesen(jetzt)) break;
+    if (jetzt == vorher) {
+      if (dateien_.ersetzen(neueDatei, iniDatei_).ok()) return;
+      break;
+    }
+    vorher = jetzt;
   }
+  if (dateien_.existiert(neueDatei)) dateien_.loeschen(neueDatei);
+}
+
+// Empty where there is no file yet. False: it cannot be read, and must not be replaced.
+bool FunktionenFürINI::grundlageLesen(QByteArray& bytes) const {
+  return dateien_.lesen(iniDatei_, bytes).ok() || !dateien_.existiert(iniDatei_);
 }
 
 }  // namespace pelvanto

@@ -24,6 +24,7 @@ class FunktionenFürINI {
 
  private:
   void wertSchreiben(const QString& Abschnitt, const QString& Schluessel, const QString& Wert);
+  bool grundlageLesen(QByteArray& bytes) const;
 
   Dateisystem& dateien_;
   Protokoll& protokoll_;

@@ -122,6 +122,16 @@ TEST(IniTest, AFailureAtAnyFileOperationLeavesTheOldOrTheNewFile) {
   EXPECT_GE(durchlaufen, 3);  // read, write, replace, and the log
 }
 
+TEST(IniTest, WhatAnotherProgramSavesMeanwhileIsKept) {
+  Iniwelt welt("[Programm]\r\nk=1\r\n");
+  welt.stoerer.vorVorgang = [&](const QString& vorgang) {
+    if (vorgang.startsWith("schreiben")) welt.speicher.anlegen(kIni, "[Programm]\r\nk=2\r\n");
+  };
+  EXPECT_EQ(welt.nachSpeichern("Eigener", "x"),
+            QByteArray("[Programm]\r\nk=2\r\n[Auszahlungen]\r\nEigener=x\r\n"));
+  EXPECT_EQ(welt.andereDateien(), QStringList({kIni}));
+}
+
 TEST(IniTest, AFileThatCannotBeReadIsNotReplaced) {
   Iniwelt welt("[Programm]\r\nwichtig=1\r\n");
   welt.speicher.anlegen(kIni, "[Programm]\r\nwichtig=1\r\n").gesperrt = true;

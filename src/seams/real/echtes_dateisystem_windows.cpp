@@ -14,31 +14,77 @@ namespace {
 
 class Griff {
  public:
-  Griff(const QString& pfad, DWORD zugriff, DWORD teilen, DWORD weise, DWORD art = FILE_ATTRIBUTE_NORMAL)
-      : griff_(::CreateFileW(breit(pfad).c_str(), zugriff, teilen, nullptr, weise, art, nullptr)) {}
+  Griff() = default;
+  Griff(const QString& pfad, DWORD zugriff, DWORD teilen, DWORD weise) {
+    oeffnen(pfad, zugriff, teilen, weise);
+  }
+  // The error of what was tried with it stays the last one.
   ~Griff() {
     if (offen()) {
+      const DWORD fehler = ::GetLastError();
       ::CloseHandle(griff_);
+      ::SetLastError(fehler);
     }
   }
   Griff(const Griff&) = delete;
   Griff& operator=(const Griff&) = delete;
+
+  // At most once.
+  bool oeffnen(const QString& pfad, DWORD zugriff, DWORD teilen, DWORD weise) {
+    griff_ =
+        ::CreateFileW(breit(pfad).c_str(), zugriff, teilen, nullptr, weise, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return offen();
+  }
 
   static std::wstring breit(const QString& pfad) { return QDir::toNativeSeparators(pfad).toStdWString(); }
   bool offen() const { return griff_ != INVALID_HANDLE_VALUE; }
   HANDLE griff() const { return griff_; }
 
  private:
-  HANDLE griff_;
+  HANDLE griff_ = INVALID_HANDLE_VALUE;
 };
 
 constexpr DWORD allesTeilen = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 Dateifehler letzterFehler() { return dateifehlerAusSystem(::GetLastError()); }
 
-Dateifehler ausErgebnis(BOOL gelungen) { return gelungen != 0 ? Dateifehler() : letzterFehler(); }
+// What another program has in its hands for a moment: the contact program while it saves its settings, a
+// virus scanner or an indexer, which open every new file.
+bool vergeht(DWORD fehler) {
+  return fehler == ERROR_SHARING_VIOLATION || fehler == ERROR_LOCK_VIOLATION || fehler == ERROR_ACCESS_DENIED;
+}
+
+// Tries again for half a second; `versuch` answers whether it has succeeded.
+template <typename Versuch>
+Dateifehler geduldig(Versuch versuch) {
+  constexpr int versuche = 25;
+  constexpr DWORD pause = 20;  // ms
+  for (int nummer = 1; !versuch(); ++nummer) {
+    const DWORD fehler = ::GetLastError();
+    if (!vergeht(fehler) || nummer == versuche) {
+      return dateifehlerAusSystem(fehler);
+    }
+    ::Sleep(pause);
+  }
+  return {};
+}
 
 constexpr qsizetype blockgroesse = 1 << 20;
+
+bool allesLesen(HANDLE griff, QByteArray& inhalt) {
+  QByteArray gelesen;
+  for (DWORD teil = 1; teil != 0;) {
+    const qsizetype bisher = gelesen.size();
+    gelesen.resize(bisher + blockgroesse);
+    teil = 0;
+    if (::ReadFile(griff, gelesen.data() + bisher, static_cast<DWORD>(blockgroesse), &teil, nullptr) == 0) {
+      return false;
+    }
+    gelesen.resize(bisher + static_cast<qsizetype>(teil));
+  }
+  inhalt = gelesen;
+  return true;
+}
 
 bool allesSchreiben(HANDLE griff, const QByteArray& inhalt) {
   for (qsizetype stelle = 0; stelle < inhalt.size();) {
@@ -50,6 +96,11 @@ bool allesSchreiben(HANDLE griff, const QByteArray& inhalt) {
     stelle += geschrieben;
   }
   return true;
+}
+
+Dateifehler verschieben(const QString& von, const QString& nach, DWORD weise) {
+  const std::wstring quelle = Griff::breit(von), ziel = Griff::breit(nach);
+  return geduldig([&] { return ::MoveFileExW(quelle.c_str(), ziel.c_str(), weise) != 0; });
 }
 
 QDateTime ortszeit(const FILETIME& zeit) {
@@ -86,57 +137,42 @@ Dateifehler EchtesDateisystem::lesen(const QString& pfad, QByteArray& inhalt) co
   if (istOrdner(pfad)) {
     return dateifehlerMitNummer(Dateifehlernummer::PfadZugriff);
   }
-  const Griff datei(pfad, GENERIC_READ, allesTeilen, OPEN_EXISTING);
-  if (!datei.offen()) {
-    return letzterFehler();
-  }
-  QByteArray gelesen;
-  for (;;) {
-    const qsizetype bisher = gelesen.size();
-    gelesen.resize(bisher + blockgroesse);
-    DWORD teil = 0;
-    const bool ok = ::ReadFile(datei.griff(), gelesen.data() + bisher, static_cast<DWORD>(blockgroesse),
-                               &teil, nullptr) != 0;
-    gelesen.resize(bisher + static_cast<qsizetype>(teil));
-    if (!ok) {
-      return letzterFehler();
-    }
-    if (teil == 0) {
-      break;
-    }
-  }
-  inhalt = gelesen;
-  return {};
+  return geduldig([&] {
+    const Griff datei(pfad, GENERIC_READ, allesTeilen, OPEN_EXISTING);
+    return datei.offen() && allesLesen(datei.griff(), inhalt);
+  });
 }
 
+// Only the opening is tried again: what was written in part must not be written twice.
 Dateifehler EchtesDateisystem::anhaengen(const QString& pfad, const QByteArray& inhalt) {
-  const Griff datei(pfad, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS);
-  return datei.offen() && allesSchreiben(datei.griff(), inhalt) ? Dateifehler() : letzterFehler();
+  Griff datei;
+  Dateifehler fehler = geduldig(
+      [&] { return datei.oeffnen(pfad, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS); });
+  return !fehler.ok() || allesSchreiben(datei.griff(), inhalt) ? fehler : letzterFehler();
 }
 
 Dateifehler EchtesDateisystem::schreiben(const QString& pfad, const QByteArray& inhalt) {
-  const Griff datei(pfad, GENERIC_WRITE, 0, CREATE_ALWAYS);
-  const bool ok =
-      datei.offen() && allesSchreiben(datei.griff(), inhalt) && ::FlushFileBuffers(datei.griff()) != 0;
-  return ok ? Dateifehler() : letzterFehler();
+  return geduldig([&] {
+    const Griff datei(pfad, GENERIC_WRITE, 0, CREATE_ALWAYS);
+    return datei.offen() && allesSchreiben(datei.griff(), inhalt) && ::FlushFileBuffers(datei.griff()) != 0;
+  });
 }
 
 Dateifehler EchtesDateisystem::loeschen(const QString& pfad) {
-  return ausErgebnis(::DeleteFileW(Griff::breit(pfad).c_str()));
+  return geduldig([&] { return ::DeleteFileW(Griff::breit(pfad).c_str()) != 0; });
 }
 
 Dateifehler EchtesDateisystem::attributeLoeschen(const QString& pfad) {
-  return ausErgebnis(::SetFileAttributesW(Griff::breit(pfad).c_str(), FILE_ATTRIBUTE_NORMAL));
+  return geduldig(
+      [&] { return ::SetFileAttributesW(Griff::breit(pfad).c_str(), FILE_ATTRIBUTE_NORMAL) != 0; });
 }
 
 Dateifehler EchtesDateisystem::umbenennen(const QString& alt, const QString& neu) {
-  return ausErgebnis(
-      ::MoveFileExW(Griff::breit(alt).c_str(), Griff::breit(neu).c_str(), MOVEFILE_WRITE_THROUGH));
+  return verschieben(alt, neu, MOVEFILE_WRITE_THROUGH);
 }
 
 Dateifehler EchtesDateisystem::ersetzen(const QString& neu, const QString& ziel) {
-  return ausErgebnis(::MoveFileExW(Griff::breit(neu).c_str(), Griff::breit(ziel).c_str(),
-                                   MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+  return verschieben(neu, ziel, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
 }
 
 Dateifehler EchtesDateisystem::ordnerSpuelen(const QString& ordner) {

@@ -1,6 +1,9 @@
 #include "seams/real/echtes_gebietsschema.h"
 
 #include <algorithm>
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 #include "seams/real/landesvorwahl.h"
 
@@ -41,8 +44,24 @@ Zahlenzeichen zahlenzeichenAus(const QLocale& schema) {
   return zeichen;
 }
 
+// Qt asks the system, so these are the user's own characters where he has changed those of his country.
 Zahlenzeichen EchtesGebietsschema::zahlenzeichen() const { return zahlenzeichenAus(QLocale::system()); }
 
+#ifdef _WIN32
+
+// Windows keeps the number itself, for the country of the machine and not of the user.
+int EchtesGebietsschema::landesvorwahl() const {
+  DWORD nummer = 0;
+  const int gelesen =
+      ::GetLocaleInfoEx(LOCALE_NAME_SYSTEM_DEFAULT, LOCALE_IDIALINGCODE | LOCALE_RETURN_NUMBER,
+                        reinterpret_cast<LPWSTR>(&nummer), sizeof nummer / sizeof(WCHAR));
+  return gelesen > 0 ? static_cast<int>(nummer) : landesvorwahlVon(QLocale::system());
+}
+
+#else
+
 int EchtesGebietsschema::landesvorwahl() const { return landesvorwahlVon(QLocale::system()); }
+
+#endif
 
 }  // namespace pelvanto
