@@ -1,0 +1,71 @@
+# shellcheck shell=bash
+# printing: the program prints the first page's list on its default printer, which wine takes from a print server started
+# here. The document is PostScript by then; what it says is read back from it.
+printing() {
+  local there="$WINEPREFIX/drive_c/Verein Ä €/Drucken" server id pages text
+  echo "== printing"
+  server="$(mktemp -d)"  # a socket's path must be short
+  print_server "$server"
+  export CUPS_SERVER="$server/socket"
+  rm -rf "$there"
+  mkdir -p "$there"
+  "$PWD/build/release/src/sample/pelvanto-beispiel" "$there" 2026 >/dev/null
+  open_program "$there"
+  press alt+e
+  sleep 2
+  press alt+d
+  for _ in $(seq 100); do
+    [ -e "$server/jobs/title" ] && break
+    sleep 0.2
+  done
+  picture gedruckt
+  press alt+F4
+  wait "$program" || true
+  kill "$server_process"
+  [ -e "$server/jobs/title" ] || { tail -5 "$server/error.log"; echo "no document has arrived" >&2; return 1; }
+  ps2pdf "$server/jobs/document" "$windows/bilder/gedruckt.pdf"
+  text="$(pdftotext -layout "$windows/bilder/gedruckt.pdf" -)"
+  pages="$(pdfinfo "$windows/bilder/gedruckt.pdf" | sed -n 's/^Pages: *//p')"
+  echo "printed: $(cat "$server/jobs/title"), $pages pages"
+  rm -rf "$server"
+}
+
+# print_server FOLDER: a print server with one queue, which keeps the last document.
+print_server() {
+  mkdir -p "$1"/{root,programs/backend,state,cache,requests/tmp,jobs}
+  ln -s /usr/lib/cups/daemon "$1/programs/daemon"
+  cat >"$1/cupsd.conf" <<END
+Listen $1/socket
+DefaultAuthType None
+WebInterface No
+Browsing No
+<Location />
+  Allow all
+</Location>
+<Policy default>
+  <Limit All>
+    Order deny,allow
+  </Limit>
+</Policy>
+END
+  printf '%s\n' "ServerRoot $1/root" "ServerBin $1/programs" "DataDir $1/root" "DocumentRoot $1/root" "StateDir $1/state" \
+    "CacheDir $1/cache" "RequestRoot $1/requests" "TempDir $1/requests/tmp" "AccessLog $1/access.log" \
+    "ErrorLog $1/error.log" "PageLog $1/page.log" >"$1/cups-files.conf"
+  printf '%s\n' '<DefaultPrinter Ablage>' "DeviceURI keep:$1/jobs" 'State Idle' 'Accepting Yes' '</DefaultPrinter>' \
+    >"$1/root/printers.conf"
+  printf '%s\n' 'application/pdf pdf string(0,%PDF)' 'application/postscript ps string(0,%!)' 'application/octet-stream' \
+    >"$1/root/mime.types"
+  : >"$1/root/mime.convs"
+  cat >"$1/programs/backend/keep" <<'END'
+#!/bin/sh
+[ $# -eq 0 ] && { echo 'direct keep "Unknown" "Keeps every document"'; exit 0; }
+folder="${DEVICE_URI#keep:}"
+if [ -n "$6" ]; then cat "$6"; else cat; fi >"$folder/document"
+printf %s "$3" >"$folder/title.part"
+mv "$folder/title.part" "$folder/title"
+END
+  chmod 700 "$1/programs/backend/keep"
+  /usr/sbin/cupsd -f -c "$1/cupsd.conf" -s "$1/cups-files.conf" >"$1/output" 2>&1 &
+  server_process=$!
+  until [ -S "$1/socket" ]; do sleep 0.1; done
+}
