@@ -9,7 +9,7 @@ printing() {
   export CUPS_SERVER="$server/socket"
   rm -rf "$there"
   mkdir -p "$there"
-  "$PWD/build/release/src/sample/pelvanto-beispiel" "$there" 2026 >/dev/null
+  quietly "$windows/src/sample/pelvanto-beispiel.exe" "C:\\Verein Ä €\\Drucken" 2026
   open_program "$there"
   press alt+e
   sleep 2

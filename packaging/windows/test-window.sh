@@ -5,7 +5,7 @@ window() {
   echo "== the program in its window"
   rm -rf "$there"
   mkdir -p "$there"
-  "$PWD/build/release/src/sample/pelvanto-beispiel" "$there" 2026 >/dev/null
+  quietly "$windows/src/sample/pelvanto-beispiel.exe" "C:\\Verein Ä €\\Fenster" 2026
   sed -i '/^WortlautUeberweisung=/d' "$there/verbindo.ini"
   open_program "$there"
   picture programm

@@ -12,7 +12,10 @@ bool istDatei(const QString& pfad, const Dateisystem& dateien) {
 
 QString pfadVerbinden(const QString& ordner, const QString& name) {
   const bool getrennt = !ordner.isEmpty() && istPfadtrenner(ordner.back());
-  return getrennt ? ordner + name : ordner + QDir::separator() + name;
+  if (getrennt) return ordner + name;
+  // Where the system knows two separators, a path has only one kind of them.
+  const bool schraeg = ordner.contains(u'/') && !ordner.contains(QDir::separator());
+  return ordner + (schraeg ? QChar(u'/') : QDir::separator()) + name;
 }
 
 QString ordnerOhneTrenner(const QString& ordner) {

@@ -10,7 +10,7 @@ namespace pelvanto {
 bool istPfadtrenner(QChar zeichen);
 // Exists and is not a folder.
 bool istDatei(const QString& pfad, const Dateisystem& dateien);
-// Folder and name with the system's own separator between them.
+// Folder and name with the separator between them that the folder's path has itself, else the system's own.
 QString pfadVerbinden(const QString& ordner, const QString& name);
 // Without separators at the end (the root folder keeps its own).
 QString ordnerOhneTrenner(const QString& ordner);
