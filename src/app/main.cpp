@@ -1,5 +1,6 @@
 // The program: the real world outside, the values of the process, and the window.
 #include <QApplication>
+#include <QDir>
 
 #include "jet/file.h"
 #include "seams/real/echte_anwendungen.h"
@@ -29,7 +30,8 @@ int main(int argc, char* argv[]) {
   pelvanto::EchteAnwendungen anwendungen;
   pelvanto::Umgebung umgebung(
       {uhr, meldungen, oberflaeche, gebietsschema, dateisystem, jet::systemFiles(), drucker, anwendungen},
-      pelvanto::prozesswerteFuer(QCoreApplication::applicationDirPath(), dateisystem));
+      pelvanto::prozesswerteFuer(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()),
+                                 dateisystem));
 
   pelvanto::HauptFenster fenster(umgebung);
   oberflaeche.fortschrittZeigenMit(

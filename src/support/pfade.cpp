@@ -44,7 +44,7 @@ QString pfadInJederSchreibweise(const QString& ordner, const QString& name, cons
 
 Prozesswerte prozesswerteFuer(const QString& ordner, const Dateisystem& dateien) {
   Prozesswerte werte;
-  werte.ProgrammOrdner = ordnerOhneTrenner(QDir::toNativeSeparators(ordner));
+  werte.ProgrammOrdner = ordnerOhneTrenner(ordner);
   werte.INIDatei = pfadInJederSchreibweise(werte.ProgrammOrdner, QStringLiteral("verbindo.ini"), dateien);
   werte.DatenbankPfad =
       pfadInJederSchreibweise(werte.ProgrammOrdner, QStringLiteral("Verbindo.mdb"), dateien);

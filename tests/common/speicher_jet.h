@@ -75,7 +75,7 @@ class SpeicherJet : public jet::FileSystem {
   };
 
   static QString alsName(const std::filesystem::path& pfad) {
-    return QString::fromStdU16String(pfad.u16string());
+    return QString::fromStdU16String(pfad.generic_u16string());
   }
   static void pruefen(const Dateifehler& fehler) {
     if (!fehler.ok()) throw jet::Error(jet::ErrorKind::Io, "the operation failed");

@@ -74,7 +74,12 @@ TEST_F(EchtesDateisystemTest, NumbersItsErrors) {
   EXPECT_EQ(dateien_.lesen(pfad("unter"), bytes).nummer, nr::PfadZugriff);
   EXPECT_EQ(dateien_.schreiben(imFehlendenOrdner, "x").nummer, nr::PfadNichtGefunden);
   EXPECT_EQ(dateien_.loeschen(pfad("fehlt")).nummer, nr::DateiNichtGefunden);
-  EXPECT_EQ(dateien_.schreiben(pfad(QString(300, u'x')), "x").nummer, nr::DateinameUngueltig);
+#ifdef Q_OS_WIN
+  const QString keinName = pfad("a|b");
+#else
+  const QString keinName = pfad(QString(300, u'x'));
+#endif
+  EXPECT_EQ(dateien_.schreiben(keinName, "x").nummer, nr::DateinameUngueltig);
   EXPECT_EQ(dateien_.ordnerAnlegen(pfad("unter")).nummer, nr::PfadZugriff);
   EXPECT_EQ(dateien_.ordnerAnlegen(pfad("weg/ordner")).nummer, nr::PfadNichtGefunden);
   EXPECT_EQ(dateien_.ordnerSpuelen(pfad("weg")).nummer, nr::DateiNichtGefunden);

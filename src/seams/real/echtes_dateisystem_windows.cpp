@@ -177,7 +177,7 @@ Dateifehler EchtesDateisystem::ersetzen(const QString& neu, const QString& ziel)
 
 Dateifehler EchtesDateisystem::ordnerSpuelen(const QString& ordner) {
   // Renaming is written through already, and a folder has no buffers of its own to flush.
-  return istOrdner(ordner) ? Dateifehler() : dateifehlerMitNummer(Dateifehlernummer::PfadNichtGefunden);
+  return istOrdner(ordner) ? Dateifehler() : dateifehlerMitNummer(Dateifehlernummer::DateiNichtGefunden);
 }
 
 }  // namespace pelvanto
