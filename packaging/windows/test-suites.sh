@@ -16,10 +16,10 @@ suites() {
     grep -v 'wine32\|^it looks like\|multiarch' "$log" | grep -E 'FAILED|Failure|SKIPPED|error:' | head -40 || true
     ran=$(sed -n 's/^\[==========\] \([0-9]*\) tests\{0,1\} from .* ran\..*/\1/p' "$log" | tail -1)
     passed=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) test.*/\1/p' "$log" | tail -1)
-    skipped=$(grep -c '^\[  SKIPPED \] [^ ]*\.' "$log" || true)
-    broken=$((${ran:-1} - ${passed:-0} - skipped))
+    skipped=$(sed -n 's/^\[  SKIPPED \] \([0-9]*\) test.*/\1/p' "$log" | tail -1)
+    broken=$((${ran:-1} - ${passed:-0} - ${skipped:-0}))
     [ "$broken" -gt 0 ] && failed=1
-    summary+="$(printf '%-10s %5s passed %4s failed %4s skipped %5s s' "$name" "${passed:-0}" "$broken" "$skipped" \
+    summary+="$(printf '%-10s %5s passed %4s failed %4s skipped %5s s' "$name" "${passed:-0}" "$broken" "${skipped:-0}" \
       "$((SECONDS - start))")"$'\n'
   done
   echo "== suites under wine"

@@ -152,12 +152,12 @@ TEST_F(WindowsTest, SharesTheSettingsFileWithWindowsOwnFunctions) {
 }
 
 TEST_F(WindowsTest, OpensDocumentsAndTellsWhyNot) {
+  static const HKEY kWo[] = {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE};  // wine looks into the second one only
   const std::wstring klasse = L"Software\\Classes\\.pelvantotest";
   const std::wstring befehl = L"Software\\Classes\\pelvantotest\\shell\\open\\command";
   const auto eintragen = [](const std::wstring& schluessel, const std::wstring& wert) {
     const auto bytes = static_cast<DWORD>((wert.size() + 1) * sizeof(wchar_t));
-    ASSERT_EQ(::RegSetKeyValueW(HKEY_CURRENT_USER, schluessel.c_str(), nullptr, REG_SZ, wert.c_str(), bytes),
-              0);
+    for (const HKEY wo : kWo) ::RegSetKeyValueW(wo, schluessel.c_str(), nullptr, REG_SZ, wert.c_str(), bytes);
   };
   anlegen("Verein Ä €/Liste 1.pelvantotest", "a;b\r\n");
   anlegen("Verein Ä €/Liste 1.unbekannt4711", "a;b\r\n");
@@ -170,8 +170,10 @@ TEST_F(WindowsTest, OpensDocumentsAndTellsWhyNot) {
   EXPECT_GT(anwendungen_.oeffnen(pfad("Verein Ä €/Liste 1.pelvantotest"), 1), kOeffnenGelungenAb);
   const QByteArray wie = spur("Anwendung.exe.gestartet");
   EXPECT_TRUE(wie.contains("Verein Ä €\\Liste 1.pelvantotest")) << wie.toStdString();
-  ::RegDeleteTreeW(HKEY_CURRENT_USER, klasse.c_str());
-  ::RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Classes\\pelvantotest");
+  for (const HKEY wo : kWo) {
+    ::RegDeleteTreeW(wo, klasse.c_str());
+    ::RegDeleteTreeW(wo, L"Software\\Classes\\pelvantotest");
+  }
 }
 
 TEST_F(WindowsTest, StartsTheContactProgramMinimisedWithTheFocus) {

@@ -1,6 +1,7 @@
 #include "seams/real/echtes_gebietsschema.h"
 
 #include <algorithm>
+#include <iterator>
 #ifdef _WIN32
 #include <windows.h>
 #endif
@@ -51,11 +52,9 @@ Zahlenzeichen EchtesGebietsschema::zahlenzeichen() const { return zahlenzeichenA
 
 // Windows keeps the number itself, for the country of the machine and not of the user.
 int EchtesGebietsschema::landesvorwahl() const {
-  DWORD nummer = 0;
-  const int gelesen =
-      ::GetLocaleInfoEx(LOCALE_NAME_SYSTEM_DEFAULT, LOCALE_IDIALINGCODE | LOCALE_RETURN_NUMBER,
-                        reinterpret_cast<LPWSTR>(&nummer), sizeof nummer / sizeof(WCHAR));
-  return gelesen > 0 ? static_cast<int>(nummer) : landesvorwahlVon(QLocale::system());
+  wchar_t nummer[16] = {};
+  ::GetLocaleInfoEx(LOCALE_NAME_SYSTEM_DEFAULT, LOCALE_IDIALINGCODE, nummer, std::size(nummer));
+  return QString::fromWCharArray(nummer).toInt();
 }
 
 #else
