@@ -53,7 +53,7 @@ Zahlenzeichen EchtesGebietsschema::zahlenzeichen() const { return zahlenzeichenA
 // Windows keeps the number itself, for the country of the machine and not of the user.
 int EchtesGebietsschema::landesvorwahl() const {
   wchar_t nummer[16] = {};
-  ::GetLocaleInfoEx(LOCALE_NAME_SYSTEM_DEFAULT, LOCALE_IDIALINGCODE, nummer, std::size(nummer));
+  ::GetLocaleInfoW(LOCALE_SYSTEM_DEFAULT, LOCALE_IDIALINGCODE, nummer, std::size(nummer));
   return QString::fromWCharArray(nummer).toInt();
 }
 
