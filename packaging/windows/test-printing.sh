@@ -2,7 +2,7 @@
 # printing: the program prints the first page's list on its default printer, which wine takes from a print server started
 # here. The document is PostScript by then; what it says is read back from it.
 printing() {
-  local there="$WINEPREFIX/drive_c/Verein Ä €/Drucken" server id pages text
+  local there="$WINEPREFIX/drive_c/Verein Ä €/Drucken" server pages text expected
   echo "== printing"
   server="$(mktemp -d)"  # a socket's path must be short
   print_server "$server"
@@ -26,6 +26,9 @@ printing() {
   ps2pdf "$server/jobs/document" "$windows/bilder/gedruckt.pdf"
   text="$(pdftotext -layout "$windows/bilder/gedruckt.pdf" -)"
   pages="$(pdfinfo "$windows/bilder/gedruckt.pdf" | sed -n 's/^Pages: *//p')"
+  for expected in 'Anzahl der Personen: 237' 'Projekt: Milvarte' 'Linzer Straße 5'; do
+    grep -q "$expected" <<<"$text" || { echo "not printed: $expected" >&2; return 1; }
+  done
   echo "printed: $(cat "$server/jobs/title"), $pages pages"
   rm -rf "$server"
 }
