@@ -7,13 +7,21 @@ window() {
   mkdir -p "$there"
   quietly "$windows/src/sample/pelvanto-beispiel.exe" "C:\\Verein Ä €\\Fenster" 2026
   sed -i '/^WortlautUeberweisung=/d' "$there/verbindo.ini"
+  openbox >"$windows/openbox.log" 2>&1 &  # gives a closed box's keys back to the window, as Windows does
+  local manager=$!
   open_program "$there"
   picture programm
+  press ctrl+F1
+  sleep 1
+  picture ueber
+  press Escape
+  sleep 1
   press alt+F4
   wait "$program"
+  kill "$manager"
   grep -aq '^WortlautUeberweisung=GS - ' "$there/verbindo.ini" && grep -aq '^Vorlage=Rundschreiben.doc' "$there/verbindo.ini" ||
     { echo "the settings were not saved at the end" >&2; return 1; }
-  echo "window shown, closed, settings saved; its picture: ${windows#"$PWD"/}/bilder/programm.png"
+  echo "window shown, closed, settings saved; pictures: programm and ueber in ${windows#"$PWD"/}/bilder"
 }
 
 # open_program FOLDER: starts the program there (its process: $program) and waits for its window.
