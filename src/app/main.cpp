@@ -28,10 +28,12 @@ int main(int argc, char* argv[]) {
   pelvanto::EchtesDateisystem dateisystem;
   pelvanto::EchterDrucker drucker;
   pelvanto::EchteAnwendungen anwendungen;
+  pelvanto::Prozesswerte werte = pelvanto::prozesswerteFuer(
+      QDir::toNativeSeparators(QCoreApplication::applicationDirPath()), dateisystem);
+  werte.EigeneFassung = pelvanto::umgeleiteterPfad(werte.DatenbankPfad, qEnvironmentVariable("LOCALAPPDATA"));
   pelvanto::Umgebung umgebung(
       {uhr, meldungen, oberflaeche, gebietsschema, dateisystem, jet::systemFiles(), drucker, anwendungen},
-      pelvanto::prozesswerteFuer(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()),
-                                 dateisystem));
+      werte);
 
   pelvanto::HauptFenster fenster(umgebung);
   oberflaeche.fortschrittZeigenMit(

@@ -20,6 +20,7 @@
 #include "shell/seite4_fenster.h"
 #include "shell/seite5_fenster.h"
 #include "shell/twips.h"
+#include "steps/start.h"
 #include "support/programm_ende.h"
 
 namespace pelvanto {
@@ -65,18 +66,15 @@ HauptFenster::HauptFenster(Umgebung& umgebung) : umgebung_(umgebung) {
 HauptFenster::~HauptFenster() = default;
 
 bool HauptFenster::starten() {
-  bool gefunden = false;
+  bool bereit = false;
   abgesichert([&] {
     einstellungenLesen(umgebung_.ini, seiten_);
     zeigen();
     zentrieren();
-    gefunden = umgebung_.dateien.FileExists(umgebung_.werte.DatenbankPfad);
-    if (gefunden) return;
-    umgebung_.welt.meldungen.zeigen(
-        {"Die Verbindo-Datenbank wurde nicht gefunden. Das Programm wird beendet.", Symbol::Kritisch});
+    bereit = datenbankBereit(umgebung_);
   });
-  if (!gefunden) beendet_ = true;
-  return gefunden;
+  if (!bereit) beendet_ = true;
+  return bereit;
 }
 
 // Follows the desktop's palette; only the selection is made readable where it is not.

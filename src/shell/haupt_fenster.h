@@ -21,8 +21,8 @@ class HauptFenster : public QWidget, private Ablauf {
   explicit HauptFenster(Umgebung& umgebung);
   ~HauptFenster() override;
 
-  // Reads the settings, centres the window, and looks for the contact database. False after the message that
-  // it is missing: the program has to end, and the window must not be shown.
+  // Reads the settings, centres the window, and looks for the contact database. False after the message why
+  // it cannot be worked on: the program has to end, and the window must not be shown.
   bool starten();
 
   // Shows how far long work is, see Oberflaeche::fortschritt.

@@ -42,6 +42,12 @@ QString pfadInJederSchreibweise(const QString& ordner, const QString& name, cons
   return wieGegeben;
 }
 
+QString umgeleiteterPfad(const QString& pfad, const QString& eigenerOrdner) {
+  const bool mitLaufwerk = pfad.size() > 2 && pfad.at(1) == u':' && istPfadtrenner(pfad.at(2));
+  if (!mitLaufwerk || eigenerOrdner.isEmpty()) return {};
+  return pfadVerbinden(eigenerOrdner, QStringLiteral("VirtualStore")) + pfad.mid(2);
+}
+
 Prozesswerte prozesswerteFuer(const QString& ordner, const Dateisystem& dateien) {
   Prozesswerte werte;
   werte.ProgrammOrdner = ordnerOhneTrenner(ordner);

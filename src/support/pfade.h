@@ -18,6 +18,10 @@ QString ordnerOhneTrenner(const QString& ordner);
 // other spelling in alphabetical order; the path as given when there is none.
 QString pfadInJederSchreibweise(const QString& ordner, const QString& name, const Dateisystem& dateien);
 // The values that follow from the program's folder.
+// Where Windows (file virtualization) puts a file instead that an older program writes into a protected
+// folder: below the user's own folder for programs. Empty for a path without a drive, or where there is no
+// such folder.
+QString umgeleiteterPfad(const QString& pfad, const QString& eigenerOrdner);
 Prozesswerte prozesswerteFuer(const QString& ordner, const Dateisystem& dateien);
 
 }  // namespace pelvanto
