@@ -39,8 +39,11 @@ void einstellungenLesen(const FunktionenFürINI& ini, Seiten& seiten) {
 
 void einstellungenSpeichern(FunktionenFürINI& ini, Seiten& seiten) {
   for (const Einstellung& einstellung : kEinstellungen) {
-    ini.INISpeichern(abschnittAuszahlungen, einstellung.schluessel,
-                     ohneAeussereBlanks(einstellung.feld(seiten).text));
+    // Where one cannot be saved, none can.
+    if (!ini.INISpeichern(abschnittAuszahlungen, einstellung.schluessel,
+                          ohneAeussereBlanks(einstellung.feld(seiten).text))) {
+      return;
+    }
   }
 }
 

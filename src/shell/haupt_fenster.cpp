@@ -68,6 +68,7 @@ HauptFenster::~HauptFenster() = default;
 bool HauptFenster::starten() {
   bool bereit = false;
   abgesichert([&] {
+    if (!einstellungenLesbar(umgebung_, QStringLiteral("Das Programm wird beendet."))) return;
     einstellungenLesen(umgebung_.ini, seiten_);
     zeigen();
     zentrieren();

@@ -3,6 +3,7 @@
 
 #include "steps/beschaeftigt.h"
 #include "steps/schritte.h"
+#include "steps/start.h"
 #include "steps/texte.h"
 
 using namespace Qt::StringLiterals;
@@ -32,6 +33,10 @@ void cmdErgebnisZeigen3b_Click(Umgebung& umgebung, Seiten& seiten) {
 void cmdErgebnisZeigen4_Click(Umgebung& umgebung, Seiten& seiten) { ListeFuellen4(umgebung, seiten); }
 
 void cmdDatentraegerErstellen_Click(Umgebung& umgebung, Seiten& seiten) {
+  if (!einstellungenLesbar(umgebung,
+                           u"Es wurde keine Zahlungsdatei erstellt, bitte versuchen Sie es noch einmal."_s)) {
+    return;
+  }
   seiten.seite5.cmdDatentraegerErstellen.ein = false;
   const QString iban = ohneBlanks(umgebung.ini.INILesen(abschnittAuszahlungen, u"EigeneIBAN"_s, {}));
   const QString bic = umgebung.ini.INILesen(abschnittAuszahlungen, u"EigeneBIC"_s, {});

@@ -23,6 +23,18 @@ bool eigeneFassungDulden(Umgebung& umgebung) {
 
 }  // namespace
 
+bool einstellungenLesbar(Umgebung& umgebung, const QString& folge) {
+  if (umgebung.ini.lesbar()) return true;
+  const QString text = QStringLiteral(
+                           "Die Einstellungen in der Datei %1 können zurzeit nicht gelesen werden. Ein "
+                           "anderes Programm benutzt "
+                           "sie, oder die Rechte dafür fehlen.")
+                           .arg(umgebung.werte.INIDatei);
+  umgebung.protokoll.fehler(text);
+  umgebung.welt.meldungen.zeigen({text + QStringLiteral("\n\n") + folge, Symbol::Kritisch});
+  return false;
+}
+
 bool datenbankBereit(Umgebung& umgebung) {
   if (umgebung.dateien.FileExists(umgebung.werte.DatenbankPfad)) return eigeneFassungDulden(umgebung);
   umgebung.welt.meldungen.zeigen(

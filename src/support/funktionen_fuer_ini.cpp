@@ -34,39 +34,51 @@ QString FunktionenFürINI::INILesen(const QString& Abschnitt, const QString& Sch
   return ohneAeussereBlanks(wert.left(laengsterWert));
 }
 
-void FunktionenFürINI::INISpeichern(const QString& Abschnitt, const QString& Schluessel, const QString& Wert,
+bool FunktionenFürINI::lesbar() const {
+  QByteArray bytes;
+  return grundlageLesen(bytes);
+}
+
+bool FunktionenFürINI::INISpeichern(const QString& Abschnitt, const QString& Schluessel, const QString& Wert,
                                     bool KeinProtokoll, int Einrueckung) {
-  wertSchreiben(Abschnitt, Schluessel, Wert);
+  if (!wertSchreiben(Abschnitt, Schluessel, Wert)) {
+    protokoll_.fehler(QStringLiteral("INISpeichern: nicht gespeichert: ") + Abschnitt +
+                      QStringLiteral(" / ") + Schluessel + QStringLiteral(" / ") + iniDatei_);
+    return false;
+  }
   if (!KeinProtokoll && !istFensterposition(Schluessel)) {
     const QString trenner = QStringLiteral(" / ");
     protokoll_.schreiben(QString(Einrueckung, u' ') + QStringLiteral("INISpeichern: ") + Abschnitt + trenner +
                          Schluessel + trenner + Wert + trenner + iniDatei_);
   }
+  return true;
 }
 
 // The file is written under another name and put in the place of the old one in one step: it never lies there
 // half written, and a failure leaves the old one. If the contact program has saved a setting of its own
 // meanwhile, its new file is taken as the base instead.
-void FunktionenFürINI::wertSchreiben(const QString& Abschnitt, const QString& Schluessel,
+bool FunktionenFürINI::wertSchreiben(const QString& Abschnitt, const QString& Schluessel,
                                      const QString& Wert) {
   constexpr int kVersuche = 5;
   const QString neueDatei = iniDatei_ + QStringLiteral(".neu");
   QByteArray vorher;
-  if (!grundlageLesen(vorher)) return;
+  if (!grundlageLesen(vorher)) return false;
+  bool gespeichert = false;
   for (int versuch = 1; versuch <= kVersuche; ++versuch) {
     INIText text(vorher);
     text.setzen(Abschnitt, Schluessel, Wert);
-    if (text.bytes() == vorher) break;
-    if (!dateien_.schreiben(neueDatei, text.bytes()).ok()) break;
+    gespeichert = text.bytes() == vorher;
+    if (gespeichert || !dateien_.schreiben(neueDatei, text.bytes()).ok()) break;
     QByteArray jetzt;
     if (!grundlageLesen(jetzt)) break;
     if (jetzt == vorher) {
-      if (dateien_.ersetzen(neueDatei, iniDatei_).ok()) return;
+      gespeichert = dateien_.ersetzen(neueDatei, iniDatei_).ok();
       break;
     }
     vorher = jetzt;
   }
   if (dateien_.existiert(neueDatei)) dateien_.loeschen(neueDatei);
+  return gespeichert;
 }
 
 // Empty where there is no file yet. False: it cannot be read, and must not be replaced.

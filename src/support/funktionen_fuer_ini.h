@@ -19,11 +19,14 @@ class FunktionenFürINI {
 
   // At most 99 characters, without outer blanks and surrounding quotes.
   QString INILesen(const QString& Abschnitt, const QString& Schluessel, const QString& Vorgabe) const;
-  void INISpeichern(const QString& Abschnitt, const QString& Schluessel, const QString& Wert,
+  // False, and a line in the error log: the file keeps what it has.
+  bool INISpeichern(const QString& Abschnitt, const QString& Schluessel, const QString& Wert,
                     bool KeinProtokoll = false, int Einrueckung = 0);
+  // False where there is a file that cannot be read, and INILesen gives defaults for what stands in it.
+  bool lesbar() const;
 
  private:
-  void wertSchreiben(const QString& Abschnitt, const QString& Schluessel, const QString& Wert);
+  bool wertSchreiben(const QString& Abschnitt, const QString& Schluessel, const QString& Wert);
   bool grundlageLesen(QByteArray& bytes) const;
 
   Dateisystem& dateien_;

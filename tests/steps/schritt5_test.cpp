@@ -18,6 +18,24 @@ class Schritt5Test : public SchritteTest {
   }
 };
 
+TEST_F(Schritt5Test, NoFileIsWrittenWhileTheOwnAccountCannotBeRead) {
+  mitglied(1, 100, u"Huber");
+  anlegen();
+  bisSchritt(4);
+  eigenesKonto();
+  ausfuehren();
+  const auto sperren = [&](bool ja) { programm.dateien.datei(programm.werte.INIDatei)->gesperrt = ja; };
+  sperren(true);
+  dateiErstellen();
+  ASSERT_EQ(programm.meldungen.gezeigt.size(), 1U);
+  EXPECT_TRUE(programm.meldungen.texte().front().contains(programm.werte.INIDatei));
+  EXPECT_FALSE(programm.dateien.existiert("/prog/UE26001.xml"));
+  EXPECT_TRUE(seite.cmdDatentraegerErstellen.ein);
+  sperren(false);
+  dateiErstellen();
+  EXPECT_TRUE(programm.dateien.inhalt("/prog/UE26001.xml").contains("AT611904300234573201"));
+}
+
 TEST_F(Schritt5Test, BankDetailsDecideWhoIsPaid) {
   struct Fall {
     std::u16string iban, bic;

@@ -136,6 +136,9 @@ TEST(IniTest, AFileThatCannotBeReadIsNotReplaced) {
   Iniwelt welt("[Programm]\r\nwichtig=1\r\n");
   welt.speicher.anlegen(kIni, "[Programm]\r\nwichtig=1\r\n").gesperrt = true;
   EXPECT_EQ(welt.nachSpeichern("k", "neu"), QByteArray("[Programm]\r\nwichtig=1\r\n"));
+  EXPECT_FALSE(welt.ini.lesbar());
+  EXPECT_TRUE(welt.protokollzeilen().filter("Auszahlungen / k / neu").isEmpty());
+  EXPECT_EQ(welt.fehlerzeilen().size(), 1);
 }
 
 }  // namespace

@@ -54,14 +54,16 @@ bool vergeht(DWORD fehler) {
   return fehler == ERROR_SHARING_VIOLATION || fehler == ERROR_LOCK_VIOLATION || fehler == ERROR_ACCESS_DENIED;
 }
 
-// Tries again for half a second; `versuch` answers whether it has succeeded.
+constexpr int halbeSekunde = 25;   // attempts
+constexpr int zehntelSekunde = 5;  // attempts
+
+// Tries again for a while; `versuch` answers whether it has succeeded.
 template <typename Versuch>
-Dateifehler geduldig(Versuch versuch) {
-  constexpr int versuche = 25;
+Dateifehler geduldig(Versuch versuch, int versuche = halbeSekunde) {
   constexpr DWORD pause = 20;  // ms
   for (int nummer = 1; !versuch(); ++nummer) {
     const DWORD fehler = ::GetLastError();
-    if (!vergeht(fehler) || nummer == versuche) {
+    if (!vergeht(fehler) || nummer >= versuche) {
       return dateifehlerAusSystem(fehler);
     }
     ::Sleep(pause);
@@ -143,11 +145,13 @@ Dateifehler EchtesDateisystem::lesen(const QString& pfad, QByteArray& inhalt) co
   });
 }
 
-// Only the opening is tried again: what was written in part must not be written twice.
+// Only the opening is tried again: what was written in part must not be written twice. And not for long: the
+// log, which has many lines, is written this way.
 Dateifehler EchtesDateisystem::anhaengen(const QString& pfad, const QByteArray& inhalt) {
   Griff datei;
   Dateifehler fehler = geduldig(
-      [&] { return datei.oeffnen(pfad, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS); });
+      [&] { return datei.oeffnen(pfad, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS); },
+      zehntelSekunde);
   return !fehler.ok() || allesSchreiben(datei.griff(), inhalt) ? fehler : letzterFehler();
 }
 
