@@ -1,12 +1,14 @@
 # shellcheck shell=bash
+print_folder='' print_process=''  # the print server's, while there is one
+
 # printing: the program prints the first page's list on its default printer, which wine takes from a print server started
 # here. The document is PostScript by then; what it says is read back from it.
 printing() {
-  local there="$WINEPREFIX/drive_c/Verein Ä €/Drucken" server pages text expected
+  local there="$WINEPREFIX/drive_c/Verein Ä €/Drucken" pages text expected
   echo "== printing"
-  server="$(mktemp -d)"  # a socket's path must be short
-  print_server "$server"
-  export CUPS_SERVER="$server/socket"
+  print_folder="$(mktemp -d)"  # a socket's path must be short
+  print_server "$print_folder"
+  export CUPS_SERVER="$print_folder/socket"
   rm -rf "$there"
   mkdir -p "$there"
   quietly "$windows/src/sample/pelvanto-beispiel.exe" "C:\\Verein Ä €\\Drucken" 2026
@@ -15,25 +17,24 @@ printing() {
   sleep 2
   press alt+d
   for _ in $(seq 100); do
-    [ -e "$server/jobs/title" ] && break
+    [ -e "$print_folder/jobs/title" ] && break
     sleep 0.2
   done
   picture gedruckt
   press alt+F4
-  wait "$program" || true
-  kill "$server_process"
-  [ -e "$server/jobs/title" ] || { tail -5 "$server/error.log"; echo "no document has arrived" >&2; return 1; }
-  ps2pdf "$server/jobs/document" "$windows/bilder/gedruckt.pdf"
+  program_ends
+  [ -e "$print_folder/jobs/title" ] || { tail -5 "$print_folder/error.log"; echo "no document has arrived" >&2; return 1; }
+  ps2pdf "$print_folder/jobs/document" "$windows/bilder/gedruckt.pdf"
   text="$(pdftotext -layout "$windows/bilder/gedruckt.pdf" -)"
   pages="$(pdfinfo "$windows/bilder/gedruckt.pdf" | sed -n 's/^Pages: *//p')"
   for expected in 'Anzahl der Personen: 237' 'Projekt: Milvarte' 'Linzer Straße 5'; do
     grep -q "$expected" <<<"$text" || { echo "not printed: $expected" >&2; return 1; }
   done
-  echo "printed: $(cat "$server/jobs/title"), $pages pages"
-  rm -rf "$server"
+  echo "printed: $(cat "$print_folder/jobs/title"), $pages pages"
+  end_print_server
 }
 
-# print_server FOLDER: a print server with one queue, which keeps the last document.
+# print_server FOLDER: a print server with one queue, which keeps the last document (its process: $print_process).
 print_server() {
   mkdir -p "$1"/{root,programs/backend,state,cache,requests/tmp,jobs}
   ln -s /usr/lib/cups/daemon "$1/programs/daemon"
@@ -68,7 +69,22 @@ printf %s "$3" >"$folder/title.part"
 mv "$folder/title.part" "$folder/title"
 END
   chmod 700 "$1/programs/backend/keep"
-  /usr/sbin/cupsd -f -c "$1/cupsd.conf" -s "$1/cups-files.conf" >"$1/output" 2>&1 &
-  server_process=$!
-  until [ -S "$1/socket" ]; do sleep 0.1; done
+  timeout -k 10 600 /usr/sbin/cupsd -f -c "$1/cupsd.conf" -s "$1/cups-files.conf" >"$1/output" 2>&1 &
+  print_process=$!
+  for _ in $(seq 300); do
+    [ -S "$1/socket" ] && return 0
+    sleep 0.1
+  done
+  cat "$1/output"
+  echo "the print server does not start" >&2
+  return 1
+}
+
+end_print_server() {
+  if [ -n "$print_process" ]; then
+    kill "$print_process" 2>/dev/null || true
+    wait "$print_process" 2>/dev/null || true  # it writes into its folder until its end
+  fi
+  [ -z "$print_folder" ] || rm -rf "$print_folder"
+  print_folder='' print_process=''
 }

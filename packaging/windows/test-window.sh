@@ -17,7 +17,7 @@ window() {
   press Escape
   sleep 1
   press alt+F4
-  wait "$program"
+  program_ends
   kill "$manager"
   grep -aq '^WortlautUeberweisung=GS - ' "$there/verbindo.ini" && grep -aq '^Vorlage=Rundschreiben.doc' "$there/verbindo.ini" ||
     { echo "the settings were not saved at the end" >&2; return 1; }
@@ -28,12 +28,19 @@ window() {
 open_program() {
   local window
   cp "$windows/src/app/Pelvanto.exe" "$1/"
-  (cd "$1" && exec wine Pelvanto.exe >"$windows/window.log" 2>&1) &
+  (cd "$1" && exec timeout -k 10 600 wine Pelvanto.exe >"$windows/window.log" 2>&1) &
   program=$!
-  window="$(timeout 60 xdotool search --sync --onlyvisible --name '^Projekt Milvarte' | head -1)"
+  window="$(timeout 60 xdotool search --sync --onlyvisible --name '^Projekt Milvarte' | head -1 || true)"
   [ -n "$window" ] || { echo "the program shows no window" >&2; return 1; }
   xdotool windowfocus "$window"
   sleep 2
+}
+
+# program_ends: after the window was closed, by itself and without a crash.
+program_ends() {
+  local status=0
+  wait "$program" || status=$?
+  [ "$status" -eq 0 ] || { echo "the program ended with $status (124: by force after ten minutes)" >&2; return 1; }
 }
 
 press() { xdotool key "$1"; }

@@ -10,14 +10,14 @@ wizard() {
   mkdir -p "$linux/$name" "$there" "$windows/bilder"
   build/release/src/sample/pelvanto-beispiel "$linux/$name" 2026
   cp -r "$linux/$name" "$there/$name"
-  QT_QPA_PLATFORM=offscreen build/release/src/demo/pelvanto-vorfuehrung --datum="$clock" "$linux/$name" \
+  QT_QPA_PLATFORM=offscreen timeout -k 10 1800 build/release/src/demo/pelvanto-vorfuehrung --datum="$clock" "$linux/$name" \
     >"$linux/$name/meldungen.txt" 2>"$linux/stderr"
 
   echo "== the wizard under wine"
   # --stil: the pictures show the window as Windows draws it.
-  wine "$windows/src/demo/pelvanto-vorfuehrung.exe" --datum="$clock" --stil=windowsvista "C:\\Verein Ä €\\$name" \
+  timeout -k 10 1800 wine "$windows/src/demo/pelvanto-vorfuehrung.exe" --datum="$clock" --stil=windowsvista "C:\\Verein Ä €\\$name" \
     >"$there/$name/meldungen.txt" 2>"$windows/wizard.log" || { tail -5 "$there/$name/meldungen.txt" "$windows/wizard.log"; return 1; }
-  wineserver -w
+  timeout 120 wineserver -w
   packaging/windows/compare "$linux/$name" "$there/$name" "C:\\Verein Ä €\\$name"
   cp "$there/$name/bilder/"*-hell-*.png "$windows/bilder/"
   echo "Pictures of all pages: ${windows#"$PWD"/}/bilder"
